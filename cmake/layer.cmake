@@ -1,0 +1,18 @@
+# layer_units(TARGET FOLDER stem...) adds include/FOLDER/<stem>.h and, where it exists, src/FOLDER/<stem>.cpp.
+# A header with no source is a template, an interface or an enumeration.
+function(layer_units target folder)
+    foreach(stem IN LISTS ARGN)
+        target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR}/include
+                       FILES ${CMAKE_SOURCE_DIR}/include/${folder}/${stem}.h)
+        if(EXISTS ${CMAKE_SOURCE_DIR}/src/${folder}/${stem}.cpp)
+            target_sources(${target} PRIVATE ${CMAKE_SOURCE_DIR}/src/${folder}/${stem}.cpp)
+        endif()
+    endforeach()
+endfunction()
+
+# Headers that nearly every unit of a target includes; only for speed, and only where VORK2D_PCH asks for it.
+function(layer_pch target)
+    if(VORK2D_PCH)
+        target_precompile_headers(${target} PRIVATE ${ARGN})
+    endif()
+endfunction()

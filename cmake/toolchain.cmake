@@ -1,0 +1,41 @@
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+find_program(MOLD mold)
+if(MOLD AND NOT VORK2D_FUZZ)
+    add_link_options(-fuse-ld=mold)
+endif()
+
+# Both clients of a rally compute the same serve from the same numbers, and the master's numbers go out on the
+# wire. A fused multiply-add rounds once where the written code rounds twice, so that two builds would drift
+# apart: no contraction, and never -ffast-math.
+add_compile_options(-ffp-contract=off)
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+if(VORK2D_WERROR)
+    add_compile_options(-Werror)
+endif()
+
+# Text from UTF-8 is converted in one place (ze/tools/convert.h), Qt's slots carry no keywords of their own.
+add_compile_definitions(
+    QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII
+    QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+if(VORK2D_SANITIZE)
+    add_compile_options(-fsanitize=${VORK2D_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${VORK2D_SANITIZE})
+    if(VORK2D_SANITIZE MATCHES "undefined")
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+endif()
+if(VORK2D_COVERAGE)
+    add_compile_options(--coverage -fprofile-update=atomic)
+    add_link_options(--coverage)
+endif()
