@@ -1,0 +1,111 @@
+#include "ze/tools/format.h"
+
+#include <QPointF>
+#include <QRectF>
+#include <QString>
+
+#include <array>
+#include <charconv>
+#include <limits>
+
+namespace ze::str {
+namespace {
+
+// The longest double: sign, integer digits, point, six decimals.
+constexpr std::size_t FIXED_BUFFER = std::numeric_limits<double>::max_exponent10 + 16;
+constexpr std::size_t DECIMAL_BUFFER = std::numeric_limits<unsigned long long>::digits10 + 2;
+
+void append_fixed(std::string& out, double value, int decimals) {
+    std::array<char, FIXED_BUFFER> buffer;
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                      std::chars_format::fixed, decimals);
+    out.append(buffer.data(), result.ptr);
+}
+
+template <typename T>
+void append_integer(std::string& out, T value) {
+    std::array<char, DECIMAL_BUFFER> buffer;
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+    out.append(buffer.data(), result.ptr);
+}
+
+}  // namespace
+
+std::string to_utf8(const QString& text) {
+    return text.toStdString();
+}
+
+void append_decimal(std::string& out, long long value) {
+    append_integer(out, value);
+}
+
+void append_decimal(std::string& out, unsigned long long value) {
+    append_integer(out, value);
+}
+
+void append_text(std::string& out, float value) {
+    append_fixed(out, static_cast<double>(value), 2);
+}
+
+void append_text(std::string& out, double value) {
+    append_fixed(out, value, 6);
+}
+
+void append_text(std::string& out, bool value) {
+    out += value ? "true" : "false";
+}
+
+void append_text(std::string& out, const char* value) {
+    out += value != nullptr ? value : "nullptr";
+}
+
+void append_text(std::string& out, char* value) {
+    append_text(out, static_cast<const char*>(value));
+}
+
+void append_text(std::string& out, const std::string& value) {
+    out += value;
+}
+
+void append_text(std::string& out, const QString& value) {
+    append_text(out, QStringView(value));
+}
+
+void append_text(std::string& out, QStringView value) {
+    const QByteArray utf8 = value.toUtf8();
+    out.append(utf8.constData(), static_cast<std::size_t>(utf8.size()));
+}
+
+void append_text(std::string& out, const glm::vec2& value) {
+    append_format(out, "$, $", value.x, value.y);
+}
+
+void append_text(std::string& out, const QPoint& value) {
+    append_format(out, "$,$", value.x(), value.y());
+}
+
+void append_text(std::string& out, const QPointF& value) {
+    append_format(out, "$,$", value.x(), value.y());
+}
+
+void append_text(std::string& out, const QSize& value) {
+    append_format(out, "$,$", value.width(), value.height());
+}
+
+void append_text(std::string& out, const QRect& value) {
+    append_format(out, "$,$,$,$", value.x(), value.y(), value.width(), value.height());
+}
+
+void append_text(std::string& out, const QRectF& value) {
+    append_format(out, "$,$,$,$", value.x(), value.y(), value.width(), value.height());
+}
+
+void append_chars(std::string& out, const char* chars, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        if (chars[i] != '\0') {
+            out += chars[i];
+        }
+    }
+}
+
+}  // namespace ze::str
