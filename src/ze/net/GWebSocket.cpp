@@ -1,0 +1,88 @@
+#include "ze/net/GWebSocket.h"
+
+#include "ze/log/pp.h"
+#include "ze/net/json.h"
+
+#include <QUrl>
+#include <QtGlobal>
+
+namespace ze::net {
+
+namespace {
+
+// Far beyond any message of the game; what is longer makes Qt close the connection.
+constexpr quint64 MAX_INCOMING_BYTES = 16 * 1024 * 1024;
+
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+constexpr auto SIGNAL_ERROR = &QWebSocket::errorOccurred;
+#else
+constexpr auto SIGNAL_ERROR = qOverload<QAbstractSocket::SocketError>(&QWebSocket::error);
+#endif
+
+}  // namespace
+
+GWebSocket::GWebSocket() {
+    pp("GWebSocket::GWebSocket, this:$", QString::number(reinterpret_cast<quintptr>(this), 16));
+    setMaxAllowedIncomingFrameSize(MAX_INCOMING_BYTES);
+    setMaxAllowedIncomingMessageSize(MAX_INCOMING_BYTES);
+    connect_signals();
+}
+
+GWebSocket::~GWebSocket() {
+    // ~QWebSocket closes an open connection and still emits `disconnected`; by then the listeners
+    // and closeStage are gone.
+    disconnect(this, nullptr, this, nullptr);
+}
+
+void GWebSocket::connect_signals() {
+    connect(this, &QWebSocket::connected, this, [this] { on_connected(); });
+    connect(this, &QWebSocket::disconnected, this, [this] { on_disconnected(); });
+    connect(this, &QWebSocket::textMessageReceived, this,
+            [this](const QString& text) { on_text(text); });
+    connect(this, &QWebSocket::sslErrors, this,
+            [this](const QList<QSslError>& errors) { listenerSSL.fire_event(errors); });
+    connect(this, SIGNAL_ERROR, this,
+            [this](QAbstractSocket::SocketError code) { on_error(code); });
+}
+
+void GWebSocket::close(QWebSocketProtocol::CloseCode code, const QString& reason) {
+    closeStage = 1;
+    QWebSocket::close(code, reason);
+}
+
+bool GWebSocket::is_connected() const {
+    return state() == QAbstractSocket::ConnectedState;
+}
+
+qint64 GWebSocket::send_object(const QJsonObject& object) {
+    return sendTextMessage(json::to_json_string(object, QJsonDocument::Compact));
+}
+
+void GWebSocket::on_connected() {
+    closeStage = 0;
+    listenerConnected.fire_event(NO_PAYLOAD{});
+}
+
+void GWebSocket::on_disconnected() {
+    pp("GWebSocket::GWebSocket, SIGNAL, QWebSocket::disconnected, this:$",
+       QString::number(reinterpret_cast<quintptr>(this), 16));
+    if (closeStage > 1) {
+        return;
+    }
+    closeStage = 2;
+    listenerDisconnected.fire_event(NO_PAYLOAD{});
+}
+
+void GWebSocket::on_text(const QString& text) {
+    listenerText.fire_event(text);
+    // A document that is broken or of another shape gives an empty object.
+    listenerObject.fire_event(QJsonDocument::fromJson(text.toUtf8()).object());
+}
+
+void GWebSocket::on_error(QAbstractSocket::SocketError code) {
+    pp("GWebSocket::GWebSocket, SIGNAL, QAbstractSocket::SocketError, error:$",
+       static_cast<int>(error()));
+    listenerError.fire_event(code);
+}
+
+}  // namespace ze::net
