@@ -7,14 +7,14 @@
 #include "ze/net/GPing.h"
 #include "ze/net/GPlay.h"
 #include "ze/net/GPong.h"
-
-#include "support/LogCapture.h"
 #include "ze/net/json_text.h"
 
-#include <gtest/gtest.h>
+#include "support/LogCapture.h"
 
 #include <memory>
 #include <typeinfo>
+
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -53,26 +53,28 @@ TEST(GAbstractMessage_create_from_json, gives_null_in_silence_for_any_other_word
           R"({"Type":"CHAT"})", R"({"subType":"CHAT"})"}) {
         EXPECT_FALSE(create(json)) << json;
     }
-    EXPECT_EQ(log.lines(), test::Lines{});
+    EXPECT_EQ(log.lines_with_level(), test::Lines{});
 }
 
 TEST(GAbstractMessage_create_from_json, fills_what_is_missing_with_empty_values) {
     const auto message = create(R"({"type":"CHAT"})");
     const auto* const chat = dynamic_cast<GMessage*>(message.get());
     ASSERT_TRUE(chat);
-    EXPECT_EQ(test::wire_text(*chat),
-              R"({"extraData":"","from":"","ident":0,"subType":"","text":"","to":"","type":"CHAT"})");
+    EXPECT_EQ(
+        test::wire_text(*chat),
+        R"({"extraData":"","from":"","ident":0,"subType":"","text":"","to":"","type":"CHAT"})");
 }
 
 TEST(GAbstractMessage_create_from_json, carries_everything_through_to_the_same_wire_text) {
-    for (const char* json :
-         {R"({"code":404,"from":"*","ident":3,"subType":"x","text":"t","to":"g:a","type":"ERROR"})",
-          R"({"extraData":"e","from":"a","ident":0,"subType":"text","text":"t","to":"#","type":"CHAT"})",
-          R"({"from":"","ident":-1,"subType":"","to":"","type":"PING"})",
-          R"({"from":"g:a","ident":0,"subType":"","to":"+","type":"PONG"})",
-          R"({"from":"a","game":"vork","ident":0,"payload":{"cmd":"stop"},"subType":"","to":"#","type":"PLAY"})",
-          R"({"cmd":"c","from":"a","ident":0,"payload":[1,"2",null],"subType":"","to":"#","type":"ADMIN"})",
-          R"({"from":"g:a","ident":0,"pw":"p","subType":"login","to":"+","type":"LOGIN"})"}) {
+    for (
+        const char* json :
+        {R"({"code":404,"from":"*","ident":3,"subType":"x","text":"t","to":"g:a","type":"ERROR"})",
+         R"({"extraData":"e","from":"a","ident":0,"subType":"text","text":"t","to":"#","type":"CHAT"})",
+         R"({"from":"","ident":-1,"subType":"","to":"","type":"PING"})",
+         R"({"from":"g:a","ident":0,"subType":"","to":"+","type":"PONG"})",
+         R"({"from":"a","game":"vork","ident":0,"payload":{"cmd":"stop"},"subType":"","to":"#","type":"PLAY"})",
+         R"({"cmd":"c","from":"a","ident":0,"payload":[1,"2",null],"subType":"","to":"#","type":"ADMIN"})",
+         R"({"from":"g:a","ident":0,"pw":"p","subType":"login","to":"+","type":"LOGIN"})"}) {
         const auto message = create(json);
         ASSERT_TRUE(message) << json;
         EXPECT_EQ(test::wire_text(*message), json);
@@ -97,7 +99,7 @@ TEST(GAbstractMessage_from_json, reads_values_of_another_type_as_empty) {
                   R"({"from":"","ident":0,"subType":"","to":"","type":""})")
             << json;
     }
-    EXPECT_EQ(log.lines(), test::Lines{});
+    EXPECT_EQ(log.lines_with_level(), test::Lines{});
 }
 
 TEST(GAbstractMessage_from_json, reads_ident_as_a_whole_number_of_32_bits_or_as_0) {
@@ -197,8 +199,13 @@ TEST(GAbstractMessage_is, bye_is_a_case_sensitive_subType) {
 
 TEST(GAbstractMessage_is, broadcast_is_one_single_character) {
     GMessage message;
-    for (const auto& [word, expected] : {std::pair("*", true), {"#", true}, {"##", false},
-                                         {"**", false}, {"# ", false}, {"+", false}, {"", false}}) {
+    for (const auto& [word, expected] : {std::pair("*", true),
+                                         {"#", true},
+                                         {"##", false},
+                                         {"**", false},
+                                         {"# ", false},
+                                         {"+", false},
+                                         {"", false}}) {
         message.to = QString::fromUtf8(word);
         EXPECT_EQ(message.is_kind_of_broadcast(), expected) << word;
     }
@@ -236,13 +243,14 @@ TEST(GAbstractMessage_value_to_string, goes_by_the_type_of_the_value) {
         EXPECT_EQ(GAbstractMessage::value_to_string(value, true).toStdString(), row.compact);
         EXPECT_EQ(GAbstractMessage::value_to_string(value, false).toStdString(), row.indented);
     }
-    EXPECT_EQ(GAbstractMessage::value_to_string(QJsonValue(QJsonValue::Undefined), true), QString());
+    EXPECT_EQ(GAbstractMessage::value_to_string(QJsonValue(QJsonValue::Undefined), true),
+              QString());
 }
 
 TEST(GAbstractMessage_show_obj, logs_the_compact_text) {
     const test::LogCapture log;
     GAbstractMessage::show_obj(object_of(R"({"a":{"b":"$"}})"));
-    EXPECT_EQ(log.lines(), test::Lines{R"(DEB {"a":{"b":"$"}})"});
+    EXPECT_EQ(log.lines_with_level(), test::Lines{R"(DEB {"a":{"b":"$"}})"});
 }
 
 }  // namespace

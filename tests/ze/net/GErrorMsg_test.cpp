@@ -14,9 +14,13 @@ TEST(GErrorMsg, a_fresh_one_writes_all_keys) {
 }
 
 TEST(GErrorMsg, reads_the_code_as_a_whole_number_or_as_0) {
-    for (const auto& [json, expected] :
-         {std::pair(R"({"code":404})", 404), {R"({"code":-1})", -1}, {R"({"code":4.5})", 0},
-          {R"({"code":"404"})", 0}, {R"({"code":1e100})", 0}, {R"({"code":null})", 0}, {"{}", 0}}) {
+    for (const auto& [json, expected] : {std::pair(R"({"code":404})", 404),
+                                         {R"({"code":-1})", -1},
+                                         {R"({"code":4.5})", 0},
+                                         {R"({"code":"404"})", 0},
+                                         {R"({"code":1e100})", 0},
+                                         {R"({"code":null})", 0},
+                                         {"{}", 0}}) {
         EXPECT_EQ(test::read<GErrorMsg>(json).code, expected) << json;
     }
 }

@@ -16,17 +16,19 @@ GMessage with_users(const char* list) {
 }
 
 TEST(GMessage, a_fresh_one_writes_all_keys) {
-    EXPECT_EQ(test::wire_text(GMessage()),
-              R"({"extraData":"","from":"","ident":0,"subType":"","text":"","to":"","type":"CHAT"})");
+    EXPECT_EQ(
+        test::wire_text(GMessage()),
+        R"({"extraData":"","from":"","ident":0,"subType":"","text":"","to":"","type":"CHAT"})");
 }
 
 TEST(GMessage, reads_its_keys_and_leaves_other_types_empty) {
-    EXPECT_EQ(test::wire_text(test::read<GMessage>(
-                  R"({"type":"CHAT","from":"g:a","text":"hi","extraData":"g:a, g:b","ident":4})")),
-              R"({"extraData":"g:a, g:b","from":"g:a","ident":4,"subType":"","text":"hi","to":"","type":"CHAT"})");
-    EXPECT_EQ(test::wire_text(test::read<GMessage>(
-                  R"({"type":"CHAT","text":7,"extraData":["g:a"]})")),
-              R"({"extraData":"","from":"","ident":0,"subType":"","text":"","to":"","type":"CHAT"})");
+    EXPECT_EQ(
+        test::wire_text(test::read<GMessage>(
+            R"({"type":"CHAT","from":"g:a","text":"hi","extraData":"g:a, g:b","ident":4})")),
+        R"({"extraData":"g:a, g:b","from":"g:a","ident":4,"subType":"","text":"hi","to":"","type":"CHAT"})");
+    EXPECT_EQ(
+        test::wire_text(test::read<GMessage>(R"({"type":"CHAT","text":7,"extraData":["g:a"]})")),
+        R"({"extraData":"","from":"","ident":0,"subType":"","text":"","to":"","type":"CHAT"})");
 }
 
 TEST(GMessage_to_string, shows_ident_above_0_and_extraData_if_any) {
@@ -69,8 +71,9 @@ TEST(GMessage_users, commas_and_blanks_both_separate) {
 }
 
 TEST(GMessage_users, except_drops_every_equal_entry) {
-    EXPECT_EQ(with_users("g:a, g:b, g:a, g:A").get_user_from_extra_data_except(QStringLiteral("g:a")),
-              (Users{QStringLiteral("g:b"), QStringLiteral("g:A")}));
+    EXPECT_EQ(
+        with_users("g:a, g:b, g:a, g:A").get_user_from_extra_data_except(QStringLiteral("g:a")),
+        (Users{QStringLiteral("g:b"), QStringLiteral("g:A")}));
 }
 
 TEST(GMessage_users, the_user_is_the_one_other_entry) {
@@ -78,8 +81,8 @@ TEST(GMessage_users, the_user_is_the_one_other_entry) {
         const char* list;
         const char* expected;
     } rows[] = {
-        {"g:a, g:b", "g:b"}, {"g:b, g:a", "g:b"}, {"g:b", "g:b"},      {"g:a", ""},
-        {"", ""},            {"g:a, g:b, g:c", ""}, {"g:b, g:b", ""}, {"g:a, g:a, g:b", "g:b"},
+        {"g:a, g:b", "g:b"},   {"g:b, g:a", "g:b"}, {"g:b", "g:b"},           {"g:a", ""}, {"", ""},
+        {"g:a, g:b, g:c", ""}, {"g:b, g:b", ""},    {"g:a, g:a, g:b", "g:b"},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(with_users(row.list).get_the_user(QStringLiteral("g:a")).toStdString(),
@@ -100,9 +103,10 @@ TEST(GMessage_flags, read_as_0_unless_the_text_is_a_number_of_32_bits) {
         const char* text;
         unsigned expected;
     } rows[] = {
-        {"0", 0},     {"17", 17},  {"4294967295", 4294967295U}, {"4294967296", 0}, {"-1", 0},
-        {"1.5", 0},   {"0x10", 0}, {"g:a, g:b", 0},             {"", 0},           {"12a", 0},
-        {"1e3", 0},
+        {"0", 0},          {"17", 17},      {"4294967295", 4294967295U},
+        {"4294967296", 0}, {"-1", 0},       {"1.5", 0},
+        {"0x10", 0},       {"g:a, g:b", 0}, {"", 0},
+        {"12a", 0},        {"1e3", 0},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(with_users(row.text).get_flags(), row.expected) << row.text;

@@ -1,12 +1,13 @@
 #include "ze/net/json.h"
 
-#include "support/LogCapture.h"
 #include "ze/net/json_text.h"
 
-#include <gtest/gtest.h>
+#include "support/LogCapture.h"
 
 #include <cmath>
 #include <limits>
+
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -38,30 +39,31 @@ TEST(json_dump_value, prints_each_type_in_its_way) {
     for (const auto& row : rows) {
         const test::LogCapture log;
         json::dump_value(2, row.value);
-        EXPECT_EQ(log.lines(), row.expected);
+        EXPECT_EQ(log.lines_with_level(), row.expected);
     }
 }
 
 TEST(json_dump_object, indents_what_is_nested_by_four) {
     const test::LogCapture log;
     json::dump_object(1, object_of(R"({"a":1,"b":{"c":"x","d":[true,[null]]},"e":null,"f":"$"})"));
-    EXPECT_EQ(log.lines(), (Lines{
-                               "DEB  a: 1",
-                               "DEB  b:",
-                               "DEB      c: x",
-                               "DEB      d:",
-                               "DEB          [0]: true",
-                               "DEB          [1]:",
-                               "DEB              [0]: ",
-                               "DEB  e: ",
-                               "DEB  f: $",
-                           }));
+    EXPECT_EQ(log.lines_with_level(), (Lines{
+                                          "DEB  a: 1",
+                                          "DEB  b:",
+                                          "DEB      c: x",
+                                          "DEB      d:",
+                                          "DEB          [0]: true",
+                                          "DEB          [1]:",
+                                          "DEB              [0]: ",
+                                          "DEB  e: ",
+                                          "DEB  f: $",
+                                      }));
 }
 
 TEST(json_dump_array, counts_from_0) {
     const test::LogCapture log;
     json::dump_array(0, value_of(R"(["x",{"a":2.5},3])").toArray());
-    EXPECT_EQ(log.lines(), (Lines{"DEB [0]: x", "DEB [1]:", "DEB     a: 2.5", "DEB [2]: 3"}));
+    EXPECT_EQ(log.lines_with_level(),
+              (Lines{"DEB [0]: x", "DEB [1]:", "DEB     a: 2.5", "DEB [2]: 3"}));
 }
 
 TEST(json_dump_document, names_the_shape) {
@@ -79,7 +81,7 @@ TEST(json_dump_document, names_the_shape) {
     for (const auto& row : rows) {
         const test::LogCapture log;
         json::dump_document(1, row.document);
-        EXPECT_EQ(log.lines(), row.expected) << row.name;
+        EXPECT_EQ(log.lines_with_level(), row.expected) << row.name;
     }
 }
 
@@ -87,8 +89,8 @@ TEST(json_dump_value, walks_as_deep_as_the_parser_reads) {
     const int depth = 500;
     const test::LogCapture log;
     json::dump_value(0, value_of(std::string(depth, '[') + std::string(depth, ']')));
-    ASSERT_EQ(log.lines().size(), depth - 1U);
-    EXPECT_EQ(log.lines().back(), "DEB " + std::string(4 * (depth - 2), ' ') + "[0]:");
+    ASSERT_EQ(log.lines_with_level().size(), depth - 1U);
+    EXPECT_EQ(log.lines_with_level().back(), "DEB " + std::string(4 * (depth - 2), ' ') + "[0]:");
 }
 
 TEST(json_to_json_string, obeys_the_format) {
@@ -103,11 +105,13 @@ TEST(json_to_float, is_defined_for_every_value) {
         const char* json;
         float expected;
     } rows[] = {
-        {"1.5", 1.5F},     {"-3", -3.0F},      {"1e308", INF},
-        {"-1e308", -INF},  {"1e39", INF},      {"3.4028234e38", 3.4028234e38F},
+        {"1.5", 1.5F},     {"-3", -3.0F},
+        {"1e308", INF},    {"-1e308", -INF},
+        {"1e39", INF},     {"3.4028234e38", 3.4028234e38F},
         {"1e-300", 0.0F},  {"9007199254740993", 9007199254740992.0F},
-        {"\"1.5\"", 0.0F}, {"null", 0.0F},     {"true", 0.0F},
-        {"[1]", 0.0F},     {"{}", 0.0F},
+        {"\"1.5\"", 0.0F}, {"null", 0.0F},
+        {"true", 0.0F},    {"[1]", 0.0F},
+        {"{}", 0.0F},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(json::to_float(value_of(row.json)), row.expected) << row.json;

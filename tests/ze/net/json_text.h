@@ -9,8 +9,11 @@
 #include <QString>
 
 #include <string>
+#include <vector>
 
 namespace test {
+
+using Lines = std::vector<std::string>;
 
 inline QJsonObject object_of(const char* json) {
     return QJsonDocument::fromJson(QByteArray(json)).object();
