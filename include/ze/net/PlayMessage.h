@@ -81,8 +81,8 @@ public:
     void show(unsigned indent) const;
 
 private:
-    QJsonObject* object;
-    QJsonValue* target;  // null in a view made for reading
+    QJsonObject* payload;
+    QJsonValue* commitTarget;  // null in a view made for reading
 
     [[nodiscard]] QString text_of(const QString& key, const char* operation) const;
     [[nodiscard]] std::optional<QJsonValue> number_of(const QString& key,

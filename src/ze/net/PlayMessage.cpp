@@ -15,44 +15,44 @@ namespace ze::net {
 
 using namespace Qt::StringLiterals;
 
-PlayMessage::PlayMessage(QJsonObject& object) noexcept : object(&object), target(nullptr) {}
+PlayMessage::PlayMessage(QJsonObject& object) noexcept : payload(&object), commitTarget(nullptr) {}
 
 PlayMessage::PlayMessage(QJsonObject& object, QJsonValue& target) noexcept
-    : object(&object), target(&target) {}
+    : payload(&object), commitTarget(&target) {}
 
 PlayMessage::~PlayMessage() {
-    if (target != nullptr) {
-        QJsonValue value(*object);
-        target->swap(value);
+    if (commitTarget != nullptr) {
+        QJsonValue value(*payload);
+        commitTarget->swap(value);
     }
 }
 
 void PlayMessage::set_cmd(const QString& cmd) {
-    object->insert("cmd"_L1, cmd);
+    payload->insert("cmd"_L1, cmd);
 }
 
 void PlayMessage::set_name(const QString& name) {
-    object->insert("name"_L1, name);
+    payload->insert("name"_L1, name);
 }
 
 void PlayMessage::set_string(const QString& key, const QString& value) {
-    object->insert(key, value);
+    payload->insert(key, value);
 }
 
 void PlayMessage::set_std_string(const QString& key, const std::string& value) {
-    object->insert(key, QString::fromStdString(value));
+    payload->insert(key, QString::fromStdString(value));
 }
 
 void PlayMessage::set_int(const QString& key, int value) {
-    object->insert(key, value);
+    payload->insert(key, value);
 }
 
 void PlayMessage::set_float(const QString& key, float value) {
-    object->insert(key, static_cast<double>(value));
+    payload->insert(key, static_cast<double>(value));
 }
 
 void PlayMessage::set_double(const QString& key, double value) {
-    object->insert(key, value);
+    payload->insert(key, value);
 }
 
 void PlayMessage::set_bool(const QString& /*key*/, bool /*value*/) {}
@@ -111,7 +111,7 @@ bool PlayMessage::is_name(const QString& name) const {
 }
 
 bool PlayMessage::is_string(const QString& key, const QString& text) const {
-    const QJsonValue value = object->value(key);
+    const QJsonValue value = payload->value(key);
     return value.isString() && value.toString() == text;
 }
 
@@ -124,7 +124,7 @@ QString PlayMessage::text_of(const QString& key, const char* operation) const {
         pp_error("PlayMessage::$('') ???", operation);
         return {};
     }
-    const QString text = object->value(key).toString();
+    const QString text = payload->value(key).toString();
     if (text.isEmpty()) {
         pp_format(log::ERROR, 0, "PlayMessage::$('$') , no value", operation, key);
     }
@@ -132,7 +132,7 @@ QString PlayMessage::text_of(const QString& key, const char* operation) const {
 }
 
 std::optional<QJsonValue> PlayMessage::number_of(const QString& key, const char* operation) const {
-    const QJsonValue value = object->value(key);
+    const QJsonValue value = payload->value(key);
     if (value.isDouble()) {
         return value;
     }
@@ -168,7 +168,7 @@ double PlayMessage::get_double(const QString& key, double def) const {
 }
 
 bool PlayMessage::get_bool(const QString& key, bool def) const {
-    const auto value = json::to_bool(object->value(key));
+    const auto value = json::to_bool(payload->value(key));
     if (!value) {
         pp_error("PlayMessage::get_bool, '$' missing or invalid", key);
     }
@@ -189,7 +189,7 @@ QKeySequence PlayMessage::get_key_sequence() const {
 
 QString PlayMessage::as_string() const {
     QString text;
-    for (auto it = object->constBegin(); it != object->constEnd(); ++it) {
+    for (auto it = payload->constBegin(); it != payload->constEnd(); ++it) {
         text += str::qprintF("'$'='$', ", it.key(),
                              GAbstractMessage::value_to_string(it.value(), true));
     }
@@ -199,8 +199,8 @@ QString PlayMessage::as_string() const {
 
 void PlayMessage::show(unsigned indent) const {
     constexpr unsigned INDENT_STEP = 4;
-    pp_format(log::DEBUG, indent, "PlayMessage, keys:$", static_cast<long long>(object->size()));
-    for (auto it = object->constBegin(); it != object->constEnd(); ++it) {
+    pp_format(log::DEBUG, indent, "PlayMessage, keys:$", static_cast<long long>(payload->size()));
+    for (auto it = payload->constBegin(); it != payload->constEnd(); ++it) {
         pp_format(log::DEBUG, indent + INDENT_STEP, "'$'='$'", it.key(),
                   GAbstractMessage::value_to_string(it.value(), true));
     }
