@@ -1,0 +1,125 @@
+#include "ze/tools/GSettings.h"
+
+#include "ze/log/exits.h"
+#include "ze/log/pp.h"
+#include "ze/store/GNode.h"
+
+#include <QDir>
+#include <QEvent>
+#include <QFile>
+#include <QFileInfo>
+
+#include <iostream>
+
+namespace ze::qt {
+
+namespace {
+
+// Windows keeps the settings in the registry and macOS in its own store; both are the user's alone.
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+constexpr bool IS_PLAIN_FILE = true;
+#else
+constexpr bool IS_PLAIN_FILE = false;
+#endif
+
+constexpr QFile::Permissions OWNER_MAY = QFile::ReadOwner | QFile::WriteOwner;
+constexpr QFile::Permissions OTHERS_MAY = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                          QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+
+// An owner who made the file read-only keeps it so.
+void restrict_to_owner(QFile& file) {
+    const QFile::Permissions permissions = file.permissions();
+    if ((permissions & OTHERS_MAY) != 0) {
+        file.setPermissions(permissions & OWNER_MAY);
+    }
+}
+
+}  // namespace
+
+bool GSettings::flagDebug = false;
+
+GSettings& GSettings::instance() {
+    static GSettings settings;
+    return settings;
+}
+
+GSettings::GSettings() {
+    make_file_private();
+}
+
+GSettings::~GSettings() {
+    make_file_private();
+}
+
+// QSettings writes a new file beside the old one, with the permissions of the old one, and renames
+// it. A first file it would make with those of the umask and restrict only when it is full.
+void GSettings::make_file_private() {
+    QFile file(fileName());
+    if (!IS_PLAIN_FILE) {
+        return;
+    }
+    if (file.exists()) {
+        restrict_to_owner(file);
+    } else if (!allKeys().isEmpty() && QDir().mkpath(QFileInfo(file).path())) {
+        file.open(QIODevice::WriteOnly | QIODevice::NewOnly, OWNER_MAY);
+    }
+}
+
+bool GSettings::event(QEvent* event) {
+    if (event->type() == QEvent::UpdateRequest) {
+        make_file_private();
+    }
+    return QSettings::event(event);
+}
+
+void GSettings::sync() {
+    make_file_private();
+    QSettings::sync();
+}
+
+void GSettings::clear_config() {
+    pp("GSettings::clear_config");
+    clear();
+    sync();
+    pp("GSettings::~clear_config");
+}
+
+void GSettings::keep_unreadable_file() {
+    if (!IS_PLAIN_FILE || status() == NoError) {
+        return;
+    }
+    const QString kept = fileName() + QStringLiteral(".unreadable");
+    QFile::remove(kept);
+    QFile::rename(fileName(), kept);
+}
+
+bool GSettings::check_update_config(unsigned minimum, bool clearIfOlder) {
+    versionMinimum = minimum;
+    versionCurrent = get_config_version();
+    if (versionCurrent >= versionMinimum) {
+        return false;
+    }
+    std::cout << "GSettings::check_update_config, current version:" << versionCurrent
+              << ", version expected:" << versionMinimum << ' ' << str::to_utf8(fileName()) << '\n';
+    if (clearIfOlder) {
+        pp("GSettings::check_update_config - CLEAR");
+        keep_unreadable_file();
+        clear_config();
+    }
+    set_config_version(versionMinimum);
+    return true;
+}
+
+void GSettings::save_splitter_state(QSplitter* splitter) {
+    if (splitter == nullptr) {
+        nullPointerHandling("src/ze/tools/GSettings", __LINE__, QStringLiteral("splitter == NULL"));
+    }
+}
+
+void GSettings::restore_splitter_state(QSplitter* splitter) {
+    if (splitter == nullptr) {
+        nullPointerHandling("src/ze/tools/GSettings", __LINE__, QStringLiteral("splitter == NULL"));
+    }
+}
+
+}  // namespace ze::qt
