@@ -3,11 +3,12 @@
 // away again.
 #pragma once
 
+#include "ze/tools/Callback.h"
+
 #include <QCoreApplication>
 #include <QMetaObject>
 #include <QObject>
 
-#include <functional>
 #include <string>
 #include <type_traits>
 #include <unordered_map>
@@ -53,10 +54,10 @@ protected:
 /// payload.
 template <typename T>
 struct ListenerItem {
-    std::function<void(const T&)> callback_payload;
+    ze::Callback<const T&> callback_payload;
     std::string name;
     bool enabled = true;
-    std::function<void()> callback_plain;
+    ze::Callback<> callback_plain;
 };
 
 template <typename T>
@@ -64,8 +65,7 @@ class Listener : public BaseListener {
     static constexpr bool IS_PLAIN = std::is_same_v<T, NO_PAYLOAD>;
 
 public:
-    using Callback =
-        std::conditional_t<IS_PLAIN, std::function<void()>, std::function<void(const T&)>>;
+    using Callback = std::conditional_t<IS_PLAIN, ze::Callback<>, ze::Callback<const T&>>;
 
     Listener() = default;
     ~Listener() override { report_end(); }
@@ -172,20 +172,12 @@ private:
         const Walk walk(*this);
         for (const auto& [key, item] : table) {
             if (item.enabled) {
-                run(item, payload);
-            }
-        }
-    }
-
-    // The copy is what runs: the callback may replace itself in the table meanwhile.
-    static void run(const ListenerItem<T>& item, const T& payload) {
-        if constexpr (IS_PLAIN) {
-            if (const auto callback = item.callback_plain) {
-                callback();
-            }
-        } else {
-            if (const auto callback = item.callback_payload) {
-                callback(payload);
+                // The copy is what runs: the callback may replace itself in the table meanwhile.
+                if constexpr (IS_PLAIN) {
+                    item.callback_plain.run_copy();
+                } else {
+                    item.callback_payload.run_copy(payload);
+                }
             }
         }
     }

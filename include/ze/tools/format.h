@@ -110,7 +110,7 @@ void append_format(std::string& out, const char* format, const First& first, con
         out += format;
         return;
     }
-    out.append(format, mark);
+    out.append(format, static_cast<std::size_t>(mark - format));
     append_value(out, first);
     if constexpr (sizeof...(rest) > 0) {
         append_format(out, mark + 1, rest...);
