@@ -153,6 +153,18 @@ template <typename... Args>
     return QString::fromStdString(xprintF(0, format, args...));
 }
 
+/// Formats by printf's rules. The marker "<<<sprintF,nullpointer>>>" for a null format, nothing for
+/// one of 4096 characters or more; a result of that length is cut.
+[[nodiscard]] __attribute__((format(printf, 1, 2))) std::string sprintF(const char* format, ...);
+
+/// The text that stream insertion gives.
+template <typename T>
+[[nodiscard]] std::string to_string(const T& value) {
+    std::stringstream out;
+    out << value;
+    return out.str();
+}
+
 }  // namespace str
 
 template <typename T>

@@ -1,18 +1,12 @@
 #include "ze/tools/Listener.h"
 
 #include "ze/log/pp.h"
-
-#include <random>
+#include "ze/tools/rnd.h"
 
 namespace ze {
 
 std::string BaseListener::fresh_key() {
-    static std::mt19937_64 engine;
-    std::string key;
-    for (int i = 0; i < 8; ++i) {
-        key += static_cast<char>(std::uniform_int_distribution<int>('A', 'Z')(engine));
-    }
-    return key;
+    return rnd::next_string(8, true, 1);
 }
 
 void BaseListener::report_duplicate_key() {

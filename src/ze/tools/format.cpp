@@ -6,6 +6,8 @@
 
 #include <array>
 #include <charconv>
+#include <cstdarg>
+#include <cstdio>
 #include <limits>
 
 namespace ze::str {
@@ -13,6 +15,7 @@ namespace {
 
 // The longest double: sign, integer digits, point, six decimals.
 constexpr std::size_t FIXED_BUFFER = std::numeric_limits<double>::max_exponent10 + 16;
+constexpr std::size_t PRINTF_BUFFER = 4096;
 constexpr std::size_t DECIMAL_BUFFER = std::numeric_limits<unsigned long long>::digits10 + 2;
 
 void append_fixed(std::string& out, double value, int decimals) {
@@ -106,6 +109,21 @@ void append_chars(std::string& out, const char* chars, std::size_t count) {
             out += chars[i];
         }
     }
+}
+
+std::string sprintF(const char* format, ...) {
+    if (format == nullptr) {
+        return "<<<sprintF,nullpointer>>>";
+    }
+    std::array<char, PRINTF_BUFFER> buffer;
+    if (std::strlen(format) >= buffer.size()) {
+        return {};
+    }
+    std::va_list args;
+    va_start(args, format);
+    const int length = std::vsnprintf(buffer.data(), buffer.size(), format, args);
+    va_end(args);
+    return length < 0 ? std::string() : std::string(buffer.data());
 }
 
 }  // namespace ze::str
