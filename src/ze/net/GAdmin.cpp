@@ -32,7 +32,8 @@ void GAdmin::from_json(const QJsonObject& object) {
 void GAdmin::to_json(QJsonObject& object) const {
     GAbstractMessage::to_json(object);
     object.insert("cmd"_L1, cmd);
-    object.insert("payload"_L1, payload);
+    // An undefined value, as a message without the key leaves it, would take the key away.
+    object.insert("payload"_L1, payload.isUndefined() ? QJsonValue(QJsonValue::Null) : payload);
 }
 
 void GAdmin::show(unsigned indent) const {

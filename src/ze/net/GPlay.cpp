@@ -1,13 +1,17 @@
 #include "ze/net/GPlay.h"
 
+#include "ze/log/pp.h"
 #include "ze/net/MSG_TYPE.h"
 #include "ze/net/PLAY_CMD.h"
 #include "ze/net/PlayMessage.h"
 #include "ze/net/json.h"
+#include "ze/qt/event/key.h"
 #include "ze/tools/format.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QKeyEvent>
+#include <QKeySequence>
 
 #include <cstdint>
 
@@ -44,7 +48,8 @@ void GPlay::from_json(const QJsonObject& object) {
 void GPlay::to_json(QJsonObject& object) const {
     GAbstractMessage::to_json(object);
     object.insert("game"_L1, game);
-    object.insert("payload"_L1, payload);
+    // An undefined value, as a message without the key leaves it, would take the key away.
+    object.insert("payload"_L1, payload.isUndefined() ? QJsonValue(QJsonValue::Null) : payload);
 }
 
 bool GPlay::is_subtype_LIST_USER() const noexcept {
@@ -110,6 +115,16 @@ void GPlay::set_ball(const glm::vec2& pos, const glm::vec2& dir, float velocity)
     message.set_vector2(u"pos"_s, pos);
     message.set_vector2(u"dir"_s, dir);
     message.set_float(u"velocity"_s, velocity);
+}
+
+void GPlay::set_key_event(const QKeyEvent* ev) {
+    if (ev == nullptr) {
+        pp_error("GPlay::set_key_event, ev == nullptr");
+        return;
+    }
+    QJsonObject object;
+    PlayMessage message(object, payload);
+    message.set_key_sequence(qt::event::key::to_key_sequence(ev), ev->type() == QEvent::KeyPress);
 }
 
 void GPlay::set_string(const QString& key, const QString& value) {

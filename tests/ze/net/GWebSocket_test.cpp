@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -120,7 +121,7 @@ TEST(GWebSocket_text, reaches_the_text_listener_as_it_is_and_then_the_object_lis
         {"trailing comma", R"({"type":"CHAT",})", "{}"},
         {"single quotes", "{'type':'CHAT'}", "{}"},
         {"number beyond a double", R"({"a":1e999})", "{}"},
-        {"lone surrogate", R"({"a":"\ud800"})", "{\"a\":\"\xEF\xBF\xBD\"}"},
+        {"lone surrogate", R"({"a":"\ud800"})", R"({"a":"\ud800"})"},
         {"deep nesting", R"({"a":)" + std::string(5000, '['), "{}"},
     };
     Peer peer;
@@ -339,15 +340,16 @@ TEST(GWebSocket_end, while_connecting_is_no_fault) {
 
 class GWebSocket_tls : public testing::Test {
 protected:
-    static void SetUpTestSuite() { tls = test::self_signed(); }
-    static void TearDownTestSuite() { tls = QSslConfiguration(); }
-    void SetUp() override { ASSERT_FALSE(tls.localCertificate().isNull()); }
+    static void SetUpTestSuite() { tls.emplace(test::self_signed()); }
+    static void TearDownTestSuite() { tls.reset(); }
+    void SetUp() override { ASSERT_FALSE(tls->localCertificate().isNull()); }
 
-    inline static QSslConfiguration tls;
+    // Qt's TLS must not be started before there is an application object.
+    inline static std::optional<QSslConfiguration> tls;
 };
 
 TEST_F(GWebSocket_tls, a_self_signed_certificate_is_told_and_the_handler_may_go_on) {
-    Peer peer(tls);
+    Peer peer(*tls);
     Watched socket;
     socket.listenerSSL.append("ignore",
                               [&socket](const QList<QSslError>&) { socket.ignoreSslErrors(); });
@@ -364,7 +366,7 @@ TEST_F(GWebSocket_tls, a_self_signed_certificate_is_told_and_the_handler_may_go_
 }
 
 TEST_F(GWebSocket_tls, with_nobody_to_ignore_it_the_handshake_fails) {
-    Peer peer(tls);
+    Peer peer(*tls);
     Watched socket;
     socket.open(peer.url());
     const std::string failed = "error " + std::to_string(QAbstractSocket::SslHandshakeFailedError);
@@ -376,7 +378,7 @@ TEST_F(GWebSocket_tls, with_nobody_to_ignore_it_the_handshake_fails) {
 }
 
 TEST_F(GWebSocket_tls, its_end_while_connected_is_no_fault) {
-    Peer peer(tls);
+    Peer peer(*tls);
     {
         auto socket = std::make_unique<Watched>();
         socket->listenerSSL = [&socket](const QList<QSslError>&) {
