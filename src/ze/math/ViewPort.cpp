@@ -1,7 +1,7 @@
 #include "ze/math/ViewPort.h"
 
 #include "ze/math/Rect.h"
-#include "ze/tools/str.h"
+#include "ze/tools/format.h"
 
 #include <QPoint>
 #include <QPointF>
