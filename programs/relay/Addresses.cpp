@@ -1,0 +1,60 @@
+#include "Addresses.h"
+
+#include <algorithm>
+
+namespace relay {
+
+namespace {
+
+constexpr double SECONDS_PER_MINUTE = 60;
+constexpr std::size_t MIN_SWEEP = 1024;
+
+}  // namespace
+
+void Addresses::connect(const std::string& address, TimePoint now) {
+    if (entries_.size() >= sweepAt_) {
+        sweep(now);
+    }
+    ++entry(address, now).connections;
+}
+
+void Addresses::disconnect(const std::string& address, TimePoint now) {
+    const auto found = entries_.find(address);
+    if (found == entries_.end()) {
+        return;
+    }
+    Entry& left = found->second;
+    left.connections -= std::min<std::size_t>(left.connections, 1);
+    if (left.connections == 0 && left.failures.is_full(now)) {
+        entries_.erase(found);
+    }
+}
+
+bool Addresses::is_over_limit(const std::string& address) const noexcept {
+    const auto found = entries_.find(address);
+    return found != entries_.end() && found->second.connections > limits_.connectionsPerAddress;
+}
+
+void Addresses::fail_login(const std::string& address, TimePoint now) {
+    static_cast<void>(entry(address, now).failures.take(1, now));
+}
+
+bool Addresses::may_log_in(const std::string& address, TimePoint now) const noexcept {
+    const auto found = entries_.find(address);
+    return found == entries_.end() || found->second.failures.has(1, now);
+}
+
+Addresses::Entry& Addresses::entry(const std::string& address, TimePoint now) {
+    const auto perMinute = static_cast<double>(limits_.failedLogins);
+    return entries_.try_emplace(address, Entry{0, {perMinute, perMinute / SECONDS_PER_MINUTE, now}})
+        .first->second;
+}
+
+void Addresses::sweep(TimePoint now) {
+    std::erase_if(entries_, [now](const auto& item) {
+        return item.second.connections == 0 && item.second.failures.is_full(now);
+    });
+    sweepAt_ = std::max(MIN_SWEEP, 2 * entries_.size());
+}
+
+}  // namespace relay

@@ -1,0 +1,88 @@
+// The rules of the relay: who may enter which group, what is forwarded to whom, who has to go.
+// It is driven by calls alone, without sockets and with the time as an argument.
+#pragma once
+
+#include "Envelope.h"
+#include "Limits.h"
+#include "Password.h"
+#include "Reason.h"
+#include "Session.h"
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace relay {
+
+class Addresses;
+class Log;
+struct Metrics;
+
+/// A room for two. It lives from its first login until its last member has left.
+struct Group {
+    std::string name;
+    Password password;
+    std::array<Session*, 2> members{};
+
+    [[nodiscard]] Session* find(std::string_view memberName) const noexcept;
+    [[nodiscard]] Session* other(const Session& member) const noexcept;
+    [[nodiscard]] bool is_full() const noexcept { return members[0] && members[1]; }
+    [[nodiscard]] bool is_empty() const noexcept { return !members[0] && !members[1]; }
+    /// The names in the order of arrival, separated by a comma and a blank.
+    [[nodiscard]] std::string list() const;
+    void add(Session& member) noexcept;
+    void remove(const Session& member) noexcept;
+};
+
+/// A session stays the caller's: it hands in the same object until it has called leave().
+class Hub {
+public:
+    Hub(const Limits& limits, Addresses& addresses, Metrics& metrics, const Log& log)
+        : limits_(limits), addresses_(addresses), metrics_(metrics), log_(log) {}
+
+    /// One whole text frame.
+    void on_frame(Session& session, std::string_view frame, TimePoint now);
+    /// A ping or pong of the WebSocket itself.
+    void on_control(Session& session, TimePoint now);
+    /// Bytes off the wire, before anything is known of them.
+    void on_bytes(Session& session, std::size_t count, TimePoint now);
+
+    /// Does what is due: the heartbeat, the end of a silent client or of one without a login.
+    void check(Session& session, TimePoint now);
+    /// When check() has something to do unless a frame comes before.
+    [[nodiscard]] TimePoint next_check(const Session& session) const noexcept;
+
+    /// Tells the client why it has to go, as "ERROR", as a line of its chat and in the close frame.
+    void refuse(Session& session, Reason reason);
+    /// Takes the client out of its group and tells its friend.
+    void leave(Session& session);
+
+    [[nodiscard]] std::size_t count_groups() const noexcept { return groups_.size(); }
+
+private:
+    void log_in(Session& session, const Envelope* login, TimePoint now);
+    [[nodiscard]] std::optional<Reason> login_fault(const Session& session, const Envelope* login,
+                                                    TimePoint now);
+    void dismiss_stale(const std::string& name);
+    [[nodiscard]] Group& group_for(const Envelope& login);
+    void enter(Session& session, Group& group);
+
+    void route(Session& session, const Envelope& message, std::string_view frame, TimePoint now);
+    void take(Session& session, const Envelope& message, TimePoint now);
+    void forward(Session& session, std::string_view frame);
+    [[nodiscard]] bool may_chat(Session& session, const Envelope& message, TimePoint now);
+    void tell_chat_dropped(Session& session, std::string_view text);
+    void ping(Session& session, TimePoint now);
+
+    const Limits& limits_;
+    Addresses& addresses_;
+    Metrics& metrics_;
+    const Log& log_;
+    EnvelopeReader reader_;
+    std::unordered_map<std::string, Group> groups_;
+};
+
+}  // namespace relay

@@ -1,0 +1,52 @@
+// What a host can set: as an option, in the environment, or in a file; the first of these that says
+// something counts.
+#pragma once
+
+#include "Certificate.h"
+#include "Limits.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace relay {
+
+struct Options {
+    std::string listen = "127.0.0.1:8888";
+    std::string cert;    ///< empty: the relay's own, from the state folder
+    std::string key;     ///< belongs to `cert`
+    std::string status;  ///< HOST:PORT of /health and /metrics, empty for none
+    std::string stateDir;
+    Limits limits;
+
+    [[nodiscard]] CertificateFiles certificate_files() const;
+};
+
+/// What the command line asks for beside running.
+enum class Action { RUN, CHECK_CONFIG, PRINT_CONFIG, HELP, VERSION };
+
+struct CommandLine {
+    Options options;
+    Action action = Action::RUN;
+    std::string fault;  ///< what is wrong, in one line; empty if nothing is
+};
+
+/// The value of an environment variable, nothing if it is not set.
+using Environment = std::function<std::optional<std::string>(const std::string& name)>;
+
+/// `arguments` without the program's name. Reads the configuration file if one is named.
+[[nodiscard]] CommandLine read_command_line(const std::vector<std::string>& arguments,
+                                            const Environment& environment);
+
+/// The text of a configuration file: lines "key = value", # begins a comment. What is wrong, or
+/// empty.
+[[nodiscard]] std::string read_config(std::string_view text, Options& options);
+
+/// Every key with its value, as a configuration file.
+[[nodiscard]] std::string to_config(const Options& options);
+
+[[nodiscard]] std::string help_text();
+
+}  // namespace relay

@@ -1,0 +1,218 @@
+#include "Server.h"
+
+#include "address.h"
+
+#include <csignal>
+#include <utility>
+
+#include <boost/asio/ip/host_name.hpp>
+#include <sys/socket.h>
+
+namespace relay {
+
+namespace {
+
+// What the kernel may hold for one connection, so that a slow reader's backlog stays in sight of
+// queuedOutput; it doubles the number for its own bookkeeping.
+constexpr int KERNEL_BUFFER = 64 << 10;
+// Sent data that nobody acknowledges ends the connection after this.
+constexpr unsigned ACKNOWLEDGE_MILLIS = 30000;
+constexpr std::chrono::milliseconds ACCEPT_PAUSE{100};
+constexpr std::chrono::milliseconds SHUTDOWN_TIME{1500};
+constexpr std::chrono::seconds DROP_LOG_PAUSE{1};
+
+using NoDelay = net::ip::tcp::no_delay;
+
+void tune(TlsStream::Socket& socket) {
+    error_code ignored;
+    socket.set_option(NoDelay(true), ignored);
+    socket.set_option(net::socket_base::send_buffer_size(KERNEL_BUFFER), ignored);
+    socket.set_option(net::socket_base::receive_buffer_size(KERNEL_BUFFER), ignored);
+    setsockopt(socket.native_handle(), IPPROTO_TCP, TCP_USER_TIMEOUT, &ACKNOWLEDGE_MILLIS,
+               sizeof ACKNOWLEDGE_MILLIS);
+}
+
+}  // namespace
+
+Server::Server(const Options& options, const Log& log)
+    : options_(options),
+      log_(log),
+      addresses_(options.limits),
+      hub_(options.limits, addresses_, metrics_, log),
+      deadlines_(context_, [this] { turn_.flush(); }),
+      shared_{options.limits,
+              hub_,
+              deadlines_,
+              metrics_,
+              log,
+              turn_,
+              [this](Connection&) { on_handshake_over(); },
+              [this](Connection& connection) {
+                  on_gone(connection);
+              }},
+      acceptor_(context_.get_executor()),
+      signals_(context_, SIGTERM, SIGINT, SIGHUP),
+      timer_(context_) {}
+
+std::string Server::start() {
+    if (std::string fault = tls_.load(options_.certificate_files()); !fault.empty()) {
+        return fault;
+    }
+    if (std::string fault = listen_on(acceptor_, options_.listen); !fault.empty()) {
+        return fault;
+    }
+    if (!options_.status.empty()) {
+        status_ = std::make_unique<StatusServer>(context_, metrics_);
+        if (std::string fault = status_->start(options_.status); !fault.empty()) {
+            return fault;
+        }
+    }
+    wait_for_signal();
+    accept();
+    return {};
+}
+
+std::string Server::reach() const {
+    error_code ec;
+    const Endpoint endpoint = acceptor_.local_endpoint(ec);
+    std::string host =
+        endpoint.address().is_unspecified() ? net::ip::host_name(ec) : url_host(endpoint.address());
+    host += ":" + std::to_string(endpoint.port());
+    return "Play with: vork2d --server " + host + "  (wss://" + host + "/ws/chat?sessid=play, " +
+           (options_.cert.empty() ? "self-signed certificate)"
+                                  : "certificate " + options_.cert + ")");
+}
+
+void Server::run() {
+    log_.event("ready", {{"connections", options_.limits.connections}});
+    context_.run();
+    log_.event("stopped");
+}
+
+void Server::accept() {
+    acceptor_.async_accept([this](error_code ec, TlsStream::Socket socket) {
+        if (!flagShuttingDown_) {
+            on_accept(ec, std::move(socket));
+        }
+    });
+}
+
+void Server::on_accept(error_code ec, TlsStream::Socket socket) {
+    if (ec) {
+        if (ec != net::error::connection_aborted) {
+            pause_accepting(ec);
+            return;
+        }
+    } else if (const Endpoint from = socket.remote_endpoint(ec); !ec) {
+        admit(std::move(socket), from);
+    }
+    accept();
+}
+
+// Out of descriptors, most likely: the backlog of the kernel waits with us.
+void Server::pause_accepting(const error_code& ec) {
+    log_.event("accept_failed", {{"detail", ec.message()}});
+    timer_.expires_after(ACCEPT_PAUSE);
+    timer_.async_wait([this](error_code waited) {
+        if (!waited) {
+            accept();
+        }
+    });
+}
+
+void Server::admit(TlsStream::Socket socket, const Endpoint& from) {
+    const Limits& limits = options_.limits;
+    const std::string address = address_key(from.address());
+    ++metrics_.accepted;
+    if (halfOpen_ >= limits.halfOpen) {
+        drop(Reason::HALF_OPEN, address);
+        return;
+    }
+    if (connections_.size() >= limits.connections + limits.halfOpen) {
+        drop(Reason::CONNECTIONS, address);
+        return;
+    }
+    tune(socket);
+    const auto connection =
+        std::make_shared<Connection>(std::move(socket), tls_.get(), shared_, address);
+    connections_.emplace(connection.get(), connection);
+    metrics_.connections = connections_.size();
+    addresses_.connect(address, Clock::now());
+    ++halfOpen_;
+    if (connections_.size() > limits.connections) {
+        connection->refuse_later(Reason::CONNECTIONS);
+    } else if (addresses_.is_over_limit(address)) {
+        connection->refuse_later(Reason::CONNECTIONS_PER_ADDRESS);
+    }
+    connection->start();
+}
+
+// Before the handshake there are no words to tell it with. A flood of these leaves one line a
+// second.
+void Server::drop(Reason reason, const std::string& address) {
+    metrics_.refuse(reason);
+    ++dropsUnlogged_;
+    const TimePoint now = Clock::now();
+    if (now - tmDropLogged_ >= DROP_LOG_PAUSE) {
+        log_.event("dropped", {{"reason", info(reason).word},
+                               {"address", address},
+                               {"count", std::exchange(dropsUnlogged_, 0)}});
+        tmDropLogged_ = now;
+    }
+}
+
+void Server::on_gone(Connection& connection) {
+    if (connection.is_half_open()) {
+        on_handshake_over();
+    }
+    addresses_.disconnect(connection.address(), Clock::now());
+    connections_.erase(&connection);
+    metrics_.connections = connections_.size();
+    if (flagShuttingDown_ && connections_.empty()) {
+        context_.stop();
+    }
+}
+
+void Server::wait_for_signal() {
+    signals_.async_wait([this](error_code ec, int signal) {
+        if (ec) {
+            return;
+        }
+        if (signal == SIGHUP) {
+            reload();
+            wait_for_signal();
+        } else {
+            shut_down();
+        }
+    });
+}
+
+// Connections keep the context they began with; only new ones get the new certificate.
+void Server::reload() {
+    const std::string fault = tls_.load(options_.certificate_files());
+    if (fault.empty()) {
+        log_.event("reloaded", {{"cert", options_.certificate_files().cert}});
+    } else {
+        log_.event("reload_failed", {{"detail", fault}});
+    }
+}
+
+void Server::shut_down() {
+    flagShuttingDown_ = true;
+    log_.event("stopping", {{"connections", connections_.size()}});
+    error_code ignored;
+    acceptor_.close(ignored);
+    const auto copy = connections_;  // stop() may let one go at once
+    for (const auto& [connection, keptAlive] : copy) {
+        connection->stop(CloseCode::GOING_AWAY, "The relay is shutting down.");
+    }
+    turn_.flush();
+    if (connections_.empty()) {
+        context_.stop();
+        return;
+    }
+    timer_.expires_after(SHUTDOWN_TIME);
+    timer_.async_wait([this](error_code) { context_.stop(); });
+}
+
+}  // namespace relay

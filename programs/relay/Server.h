@@ -1,0 +1,76 @@
+// Takes connections in, keeps them, and lets them go at the end.
+#pragma once
+
+#include "Addresses.h"
+#include "Certificate.h"
+#include "Connection.h"
+#include "Deadlines.h"
+#include "Hub.h"
+#include "Log.h"
+#include "Metrics.h"
+#include "Options.h"
+#include "StatusServer.h"
+#include "Turn.h"
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/signal_set.hpp>
+#include <boost/asio/steady_timer.hpp>
+
+namespace relay {
+
+class Server {
+public:
+    /// `options` outlives the server.
+    Server(const Options& options, const Log& log);
+
+    /// Loads the certificate and listens; what is wrong, or an empty text.
+    [[nodiscard]] std::string start();
+    /// How a player reaches it, in one line.
+    [[nodiscard]] std::string reach() const;
+    /// Until a signal ends it.
+    void run();
+
+private:
+    using Acceptor = net::basic_socket_acceptor<net::ip::tcp, TlsStream::executor_type>;
+    using Endpoint = net::ip::tcp::endpoint;
+
+    void accept();
+    void on_accept(error_code ec, TlsStream::Socket socket);
+    void admit(TlsStream::Socket socket, const Endpoint& from);
+    void drop(Reason reason, const std::string& address);
+    void pause_accepting(const error_code& ec);
+    void on_handshake_over() noexcept { --halfOpen_; }
+    void on_gone(Connection& connection);
+
+    void wait_for_signal();
+    void reload();
+    void shut_down();
+
+    const Options& options_;
+    const Log& log_;
+    Metrics metrics_;
+    Addresses addresses_;
+    Hub hub_;
+    Turn turn_;
+    // Behind what connections use: those that wait in a handler end with it.
+    net::io_context context_{1};
+    Deadlines deadlines_;
+    Shared shared_;
+    TlsContext tls_;
+    Acceptor acceptor_;
+    net::signal_set signals_;
+    net::steady_timer timer_;  ///< a pause of accepting, later the end of the shutdown
+    std::unique_ptr<StatusServer> status_;
+    std::unordered_map<Connection*, std::shared_ptr<Connection>> connections_;
+    std::size_t halfOpen_ = 0;
+    TimePoint tmDropLogged_{};
+    std::size_t dropsUnlogged_ = 0;
+    bool flagShuttingDown_ = false;
+};
+
+}  // namespace relay

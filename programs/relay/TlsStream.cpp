@@ -1,0 +1,186 @@
+#include "TlsStream.h"
+
+#include "Turn.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include <boost/asio/error.hpp>
+#include <boost/asio/ssl/error.hpp>
+#include <openssl/err.h>
+
+namespace relay {
+
+namespace {
+
+constexpr std::size_t RECORD = SSL3_RT_MAX_PLAIN_LENGTH;
+// A drained buffer above this goes back to the heap: most connections are idle most of the time.
+constexpr std::size_t KEPT_OUTPUT = 512;
+
+}  // namespace
+
+TlsStream::TlsStream(Socket socket, SSL_CTX* context, Turn& turn)
+    : socket_(std::move(socket)), ssl_(SSL_new(context)), turn_(turn) {
+    error_code ignored;
+    socket_.non_blocking(true, ignored);
+    SSL_set_fd(ssl_, socket_.native_handle());
+    SSL_set_accept_state(ssl_);
+}
+
+TlsStream::~TlsStream() {
+    turn_.forget(*this);
+    SSL_free(ssl_);
+}
+
+void TlsStream::watch(Watcher& watcher, std::weak_ptr<void> owner) {
+    watcher_ = &watcher;
+    owner_ = std::move(owner);
+}
+
+TlsStream::Step TlsStream::handshake(error_code& ec) {
+    const Step step = step_of(SSL_do_handshake(ssl_), ec);
+    report_input();
+    return step;
+}
+
+TlsStream::Step TlsStream::read(void* data, std::size_t size, std::size_t& count, error_code& ec) {
+    if (inputLeft_ == 0) {
+        ec = net::error::operation_aborted;
+        return Step::DONE;
+    }
+    if (size == 0) {
+        return Step::DONE;
+    }
+    const Step step = step_of(SSL_read_ex(ssl_, data, size, &count), ec);
+    inputLeft_ -= std::min(inputLeft_, count);
+    report_input();
+    return step;
+}
+
+TlsStream::Step TlsStream::step_of(int result, error_code& ec) noexcept {
+    const int systemError = errno;
+    switch (SSL_get_error(ssl_, result)) {
+        case SSL_ERROR_NONE:
+            return Step::DONE;
+        case SSL_ERROR_WANT_READ:
+            return Step::NEEDS_INPUT;
+        case SSL_ERROR_WANT_WRITE:
+            return Step::NEEDS_ROOM;
+        case SSL_ERROR_ZERO_RETURN:
+            ec = net::error::eof;
+            return Step::DONE;
+        case SSL_ERROR_SYSCALL:
+            ec = error_code(systemError ? systemError : ECONNRESET,
+                            net::error::get_system_category());
+            break;
+        default:
+            ec = error_code(static_cast<int>(ERR_get_error()), net::error::get_ssl_category());
+    }
+    flagBroken_ = true;
+    ERR_clear_error();
+    return Step::DONE;
+}
+
+void TlsStream::end_turn() {
+    turn_.flush();
+}
+
+void TlsStream::report_input() {
+    const std::uint64_t total = BIO_number_read(SSL_get_rbio(ssl_));
+    const auto count = static_cast<std::size_t>(total - inputSeen_);
+    inputSeen_ = total;
+    if (watcher_ != nullptr && count > 0) {
+        watcher_->on_bytes(count);
+    }
+}
+
+void TlsStream::collect(std::string_view bytes) {
+    if (flagBroken_ || flagFinishing_) {
+        return;
+    }
+    output_.append(bytes);
+    if (!flagInTurn_) {
+        flagInTurn_ = true;
+        turn_.add(*this);
+    }
+}
+
+void TlsStream::flush() {
+    flagInTurn_ = false;
+    while (!flagWaitsForRoom_ && queued() > 0 && write_record()) {
+    }
+    drop_written();
+    if (flagFinishing_ && output_.empty()) {
+        say_goodbye();
+    }
+}
+
+/// False when the kernel takes no more for now, or never again.
+bool TlsStream::write_record() {
+    std::size_t count = 0;
+    error_code ec;
+    const int result =
+        SSL_write_ex(ssl_, output_.data() + written_, std::min(queued(), RECORD), &count);
+    const Step step = step_of(result, ec);
+    written_ += count;
+    if (step != Step::DONE) {
+        wait_for_room(step);
+        return false;
+    }
+    if (ec) {
+        // The reader learns of it as of the end of its input.
+        output_.clear();
+        written_ = 0;
+        socket_.shutdown(Socket::shutdown_both, ec);
+        return false;
+    }
+    return true;
+}
+
+void TlsStream::wait_for_room(Step step) {
+    flagWaitsForRoom_ = true;
+    wait(step, [this, owner = owner_](error_code ec) {
+        const std::shared_ptr<void> alive = owner.lock();
+        if (alive && !ec) {
+            flagWaitsForRoom_ = false;
+            flush();
+        }
+    });
+}
+
+void TlsStream::drop_written() {
+    if (queued() == 0) {
+        output_.clear();
+        written_ = 0;
+        if (output_.capacity() > KEPT_OUTPUT) {
+            std::string().swap(output_);
+        }
+    } else if (written_ > output_.size() / 2) {
+        output_.erase(0, written_);
+        written_ = 0;
+    }
+}
+
+void TlsStream::finish() {
+    if (!flagFinishing_) {
+        flagFinishing_ = true;
+        flush();
+    }
+}
+
+void TlsStream::say_goodbye() noexcept {
+    if (!flagBroken_ && SSL_is_init_finished(ssl_) == 1) {
+        SSL_shutdown(ssl_);
+        ERR_clear_error();
+    }
+    flagBroken_ = true;
+    error_code ignored;
+    socket_.shutdown(Socket::shutdown_send, ignored);
+}
+
+void TlsStream::close() noexcept {
+    error_code ignored;
+    socket_.close(ignored);
+}
+
+}  // namespace relay

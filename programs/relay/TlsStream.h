@@ -1,0 +1,116 @@
+// TLS on a socket's descriptor, as the stream that the WebSocket runs over. OpenSSL reads and
+// writes the descriptor itself and gives its buffers back while the connection is idle. Output is
+// collected and leaves once per turn of the loop; a write is done when it is collected.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <boost/asio/compose.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/post.hpp>
+#include <boost/beast/core/error.hpp>
+#include <boost/beast/core/role.hpp>
+#include <openssl/ssl.h>
+
+namespace relay {
+
+namespace net = boost::asio;
+using boost::beast::error_code;
+
+class Turn;
+
+class TlsStream {
+public:
+    using executor_type = net::io_context::executor_type;
+    using Socket = net::basic_stream_socket<net::ip::tcp, executor_type>;
+
+    /// Hears of the bytes that came off the wire, TLS included.
+    class Watcher {
+    public:
+        virtual ~Watcher() = default;
+        virtual void on_bytes(std::size_t count) = 0;
+    };
+
+    TlsStream(Socket socket, SSL_CTX* context, Turn& turn);
+    ~TlsStream();
+    TlsStream(const TlsStream&) = delete;
+    TlsStream& operator=(const TlsStream&) = delete;
+
+    /// Both belong to the owner of the stream: `owner` keeps it alive while it waits to write.
+    void watch(Watcher& watcher, std::weak_ptr<void> owner);
+
+    [[nodiscard]] executor_type get_executor() noexcept { return socket_.get_executor(); }
+    /// Collected and not yet taken by the kernel.
+    [[nodiscard]] std::size_t queued() const noexcept { return output_.size() - written_; }
+
+    template <class Token>
+    auto async_handshake(Token&& token);
+    template <class Buffers, class Token>
+    auto async_read_some(const Buffers& buffers, Token&& token);
+    template <class Buffers, class Token>
+    auto async_write_some(const Buffers& buffers, Token&& token);
+
+    void collect(std::string_view bytes);
+    /// Writes as much as the kernel takes; the rest follows when it takes more.
+    void flush();
+
+    /// Says no more: what is collected still goes out, then the end of TLS and of the connection.
+    void finish();
+    /// Reads at most this much more, so that a client that is on its way out costs little.
+    void limit_input(std::size_t bytes) noexcept { inputLeft_ = bytes; }
+    void close() noexcept;
+
+private:
+    enum class Step { DONE, NEEDS_INPUT, NEEDS_ROOM };
+    struct HandshakeOperation;
+    template <class Buffer>
+    struct ReadOperation;
+
+    Step handshake(error_code& ec);
+    Step read(void* data, std::size_t size, std::size_t& count, error_code& ec);
+    Step step_of(int result, error_code& ec) noexcept;
+    template <class Handler>
+    void wait(Step step, Handler&& handler);
+    void end_turn();
+    void report_input();
+    bool write_record();
+    void wait_for_room(Step step);
+    void drop_written();
+    void say_goodbye() noexcept;
+
+    Socket socket_;
+    SSL* ssl_;
+    Turn& turn_;
+    Watcher* watcher_ = nullptr;
+    std::weak_ptr<void> owner_;
+    std::string output_;
+    std::size_t written_ = 0;  ///< of output_
+    std::uint64_t inputSeen_ = 0;
+    std::size_t inputLeft_ = static_cast<std::size_t>(-1);
+    bool flagInTurn_ = false;
+    bool flagWaitsForRoom_ = false;
+    bool flagFinishing_ = false;
+    bool flagBroken_ = false;
+};
+
+/// The end of a WebSocket, as Beast asks for it.
+template <class Handler>
+void async_teardown(boost::beast::role_type, TlsStream& stream, Handler&& handler) {
+    stream.finish();
+    net::post(stream.get_executor(),
+              [done = std::forward<Handler>(handler)]() mutable { done(error_code()); });
+}
+
+/// The end without a goodbye, as Beast asks for it.
+inline void beast_close_socket(TlsStream& stream) noexcept {
+    stream.close();
+}
+
+}  // namespace relay
+
+#include "TlsStream_inline.h"

@@ -1,0 +1,88 @@
+// vork2d-relay: brings two players together and passes on what they send to each other.
+
+#include "Log.h"
+#include "Options.h"
+#include "Server.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+
+#include <sys/resource.h>
+
+namespace {
+
+constexpr int EXIT_USAGE = 2;
+
+std::optional<std::string> environment(const std::string& name) {
+    const char* value = std::getenv(name.c_str());
+    return value ? std::optional<std::string>(value) : std::nullopt;
+}
+
+// Each connection is a descriptor, and the usual soft limit is only 1,024.
+void raise_descriptor_limit() {
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) == 0) {
+        limit.rlim_cur = limit.rlim_max;
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
+}
+
+int fail(const std::string& fault) {
+    std::fprintf(stderr, "vork2d-relay: %s\n", fault.c_str());
+    return EXIT_USAGE;
+}
+
+int check(const relay::Options& options) {
+    relay::TlsContext tls;
+    if (options.cert.empty()) {
+        std::puts("The settings are good.");
+        return EXIT_SUCCESS;
+    }
+    const std::string fault = tls.load(options.certificate_files());
+    if (!fault.empty()) {
+        return fail(fault);
+    }
+    std::puts("The settings are good, and so is the certificate.");
+    return EXIT_SUCCESS;
+}
+
+int serve(const relay::Options& options) {
+    std::signal(SIGPIPE, SIG_IGN);
+    raise_descriptor_limit();
+    const relay::Log log(relay::stdout_sink());
+    relay::Server server(options, log);
+    if (const std::string fault = server.start(); !fault.empty()) {
+        return fail(fault);
+    }
+    std::printf("%s\n", server.reach().c_str());
+    std::fflush(stdout);
+    server.run();
+    return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+    const relay::CommandLine line =
+        relay::read_command_line({values + 1, values + count}, environment);
+    if (!line.fault.empty()) {
+        return fail(line.fault + " (see --help)");
+    }
+    switch (line.action) {
+        case relay::Action::HELP:
+            std::fputs(relay::help_text().c_str(), stdout);
+            return EXIT_SUCCESS;
+        case relay::Action::VERSION:
+            std::puts("vork2d-relay " VORK2D_RELAY_VERSION);
+            return EXIT_SUCCESS;
+        case relay::Action::PRINT_CONFIG:
+            std::fputs(relay::to_config(line.options).c_str(), stdout);
+            return EXIT_SUCCESS;
+        case relay::Action::CHECK_CONFIG:
+            return check(line.options);
+        case relay::Action::RUN:
+            return serve(line.options);
+    }
+    return EXIT_USAGE;
+}
