@@ -32,7 +32,7 @@ public:
 
     /// Adds the widget to the layout and makes it this panel's child. A widget that is already in
     /// the layout stays where it is.
-    QWidget* add_widget(QWidget* widget) override;
+    QWidget* add_widget(QWidget* child) override;
     ~GPanel() override = default;
     Q_DISABLE_COPY_MOVE(GPanel)
 
@@ -61,9 +61,9 @@ public:
     [[nodiscard]] GLAYOUT get_layout() const noexcept { return layoutKind; }
 
     /// Takes the widget out of the layout and leaves it without a parent, or deletes it later.
-    void remove_widget(QWidget* widget, bool andDelete);
+    void remove_widget(QWidget* child, bool andDelete);
     /// Whether a direct item of the layout holds the widget.
-    [[nodiscard]] bool containsWidget(QWidget* widget) const;
+    [[nodiscard]] bool containsWidget(QWidget* child) const;
 
     /// The widgets of the layout's direct items that are of the kind; returns their number.
     std::size_t get_layouter(std::vector<Layouter*>& found) const;
@@ -101,7 +101,7 @@ public:
     GComboBox* gen_combobox_world_lang();
 
     /// Pages of a stacked panel. On a panel of another kind they leave an error in the log.
-    void show_stacked_widget(QWidget* widget);
+    void show_stacked_widget(QWidget* child);
     [[nodiscard]] QWidget* current_stacked_widget() const;
     [[nodiscard]] GPanel* current_stacked_panel() const;
 

@@ -1,0 +1,110 @@
+#include "ze/qt/GPanelLogView.h"
+
+#include "ze/log/log.h"
+#include "ze/qt/GLogView.h"
+#include "ze/qt/guitools/GGui.h"
+#include "ze/qt/inline/GGui_inline.h"
+#include "ze/qt/themes.h"
+
+#include <QCoreApplication>
+#include <QFont>
+#include <QMetaObject>
+#include <QThread>
+
+namespace ze::qt {
+
+namespace {
+
+constexpr int MIN_HEIGHT = 50;  // pixels
+
+bool is_gui_thread() {
+    return QThread::currentThread() == QCoreApplication::instance()->thread();
+}
+
+}  // namespace
+
+GPanelLogView::GPanelLogView() : GPanel(GLAYOUT::VERTICAL) {
+    setObjectName(QStringLiteral("panLog"));
+    set_growable(true);
+    setMinimumHeight(MIN_HEIGHT);
+    set_margins(0);
+    view = gen<GLogView>();
+    ze::qt::set_growable(view);
+    view->setFont(themes::get_mono_font());
+    log::add_log_appender(this);
+}
+
+GPanelLogView::~GPanelLogView() {
+    // From here on no thread is inside log_string, and what is queued goes with the view.
+    remove_appender();
+}
+
+void GPanelLogView::log_string(unsigned counter, log::LOG_LEVEL level, const char* text) {
+    if (config.logLevel < level || QCoreApplication::instance() == nullptr) {
+        return;
+    }
+    QString line = log::qs_trailler(counter, level, config.logControl).trimmed();
+    if (!line.isEmpty()) {
+        line += u' ';
+    }
+    line += QString::fromUtf8(text == nullptr ? "nullptr" : text);
+    if (is_gui_thread()) {
+        view->append_line(line, static_cast<int>(level));
+        return;
+    }
+    QMetaObject::invokeMethod(
+        view, [this, line, level] { view->append_line(line, static_cast<int>(level)); },
+        Qt::QueuedConnection);
+}
+
+void GPanelLogView::set_enabled(bool on) {
+    LogAppender::set_enabled(on);
+    setVisible(on);
+}
+
+void GPanelLogView::apply_config(const log::LogConfig& stored) {
+    config = stored;
+    set_font_size(static_cast<int>(config.fontSize));
+    set_auto_scroll_left(config.autoScrollHorz);
+    set_enabled(config.is_enabled());
+}
+
+void GPanelLogView::set_font_size(int size) {
+    config.fontSize = static_cast<std::uint32_t>(size);
+    QFont font = themes::get_mono_font();
+    if (size > 0) {
+        font.setPointSize(size);
+    }
+    view->setFont(font);
+}
+
+int GPanelLogView::get_font_size() const noexcept {
+    return static_cast<int>(config.fontSize);
+}
+
+void GPanelLogView::remove_appender() {
+    log::remove_log_appender(this);
+}
+
+void GPanelLogView::set_auto_scroll_left(bool on) {
+    config.autoScrollHorz = on;
+    view->set_auto_scroll_left(on);
+}
+
+bool GPanelLogView::is_auto_scroll_left() const {
+    return view != nullptr && view->is_auto_scroll_left();
+}
+
+void GPanelLogView::adapt_to_settings(unsigned mode) {
+    view->adapt_to_settings(mode);
+}
+
+void GPanelLogView::clear() {
+    view->setPlainText(QString());
+}
+
+void GPanelLogView::copy_to_clipboard() const {
+    ze::qt::copy_to_clipboard(view->document()->toPlainText());
+}
+
+}  // namespace ze::qt
