@@ -4,6 +4,7 @@
 #pragma once
 
 #include "ze/tools/GBits.h"
+#include "ze/tools/duration.h"
 
 #include <atomic>
 #include <mutex>
@@ -13,8 +14,7 @@ class QString;
 
 namespace ze {
 
-/// Guards the appenders, the line number and its format. Held while an appender runs; not
-/// recursive.
+/// Guards the appenders and the line number. Held while an appender runs; not recursive.
 extern std::mutex mutexWorker;
 
 /// Date and time of the build, "date - time" as the compiler writes them.
@@ -75,13 +75,17 @@ void set_log_level_default(LOG_LEVEL level) noexcept;
 [[nodiscard]] QString logLevel_to_qstring(unsigned level);
 
 /// Width of the number column; a longer number is never cut.
-void set_log_digits(unsigned digits);
+void set_log_digits(unsigned width);
 [[nodiscard]] unsigned get_log_digits() noexcept;
 
-/// The prefix of a line: the columns that the bits ask for (LOG_CONTROL), and one blank. Only an
-/// appender calls it, with the log locked.
+/// The prefix of a line: the columns that the bits ask for (LOG_CONTROL), and one blank.
 [[nodiscard]] std::string trailler(unsigned counter, LOG_LEVEL level, const GBits<unsigned>& bits);
 [[nodiscard]] QString qs_trailler(unsigned counter, LOG_LEVEL level, const GBits<unsigned>& bits);
+
+/// The time of day in strftime's form with the fraction of the second behind it, or the time since
+/// the start of the log, which takes no format.
+[[nodiscard]] std::string get_time_stamp(bool absolute, const std::string& format,
+                                         time::FORM_SECOND form);
 
 /// Microseconds since the start of the log.
 [[nodiscard]] unsigned long long get_time_since_start();

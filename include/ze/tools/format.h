@@ -21,10 +21,6 @@ class QRectF;
 class QSize;
 class QVariant;
 
-namespace ze::convert {
-std::string to_string_basic_info(const QVariant& value);
-}
-
 namespace ze {
 
 /// Writes one value as the formatter prints it. A class prints through its `to_string() const`; a
@@ -73,9 +69,7 @@ void append_text(std::string& out, const QPointF& value);
 void append_text(std::string& out, const QSize& value);
 void append_text(std::string& out, const QRect& value);
 void append_text(std::string& out, const QRectF& value);
-inline void append_text(std::string& out, const QVariant& value) {
-    out += convert::to_string_basic_info(value);
-}
+void append_text(std::string& out, const QVariant& value);
 
 /// A character array is a field of a structure: its NULs are skipped, what stands behind them is
 /// text too.

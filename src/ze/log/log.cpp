@@ -4,14 +4,13 @@
 #include "ze/log/LogConsole.h"
 #include "ze/log/exits.h"
 #include "ze/log/thread_id.h"
+#include "ze/store/GArgv.h"
 #include "ze/tools/format.h"
+#include "ze/tools/os.h"
 
 #include <QString>
 
-#include <array>
-#include <chrono>
 #include <clocale>
-#include <cstdint>
 #include <iostream>
 #include <set>
 
@@ -32,27 +31,16 @@ std::atomic<bool> flagConfigured = false;
 
 namespace {
 
-constexpr unsigned CONSOLE_CONTROL = 0x1003FE;
-constexpr unsigned LARGEST_LEVEL = TRACE;
-
-constexpr std::array<const char*, 5> LEVEL_WORDS = {"ERR", "WRN", "INF", "DEB", "TRA"};
+constexpr unsigned CONSOLE_CONTROL = 0x1003FE;  // enabled, all columns
+constexpr unsigned DIGITS_MOBILE = 3;
 
 std::atomic<unsigned> defaultLevel = DEBUG;
 std::atomic<bool> flagGuiApp = false;
-std::atomic<unsigned> digitsOfNumber = 6;
-std::atomic<std::int64_t> mcStart = 0;
 
-std::string sNumberFormat = "[%06d] ";
-unsigned counterMessage = 0;
-
-// Never destroyed: the last objects of a program still log while they go.
+// Guarded by mutexWorker. The set is never destroyed: the last objects of a program still log while
+// they go.
 std::set<LogAppender*>& setLogAppender = *new std::set<LogAppender*>;
-
-std::int64_t now() {
-    using std::chrono::microseconds;
-    using std::chrono::system_clock;
-    return std::chrono::duration_cast<microseconds>(system_clock::now().time_since_epoch()).count();
-}
+unsigned counterMessage = 0;
 
 void write_unconfigured(LOG_LEVEL level, const char* text) {
     std::ostream& out = level <= WARN ? std::cerr : std::cout;
@@ -60,11 +48,24 @@ void write_unconfigured(LOG_LEVEL level, const char* text) {
 }
 
 void store_level(unsigned level) {
-    if (level > LARGEST_LEVEL) {
+    if (level > TRACE) {
         std::cout << "set_log_level out of range 0-4, level:" << level << " ?\n" << std::flush;
         return;
     }
     currentLevel = level;
+}
+
+void read_level(int argc, char** argv) {
+    const QString key = QStringLiteral("__log_level");
+    store::GArgv arguments;
+    arguments.set_arguments(argc, argv);
+    if (!arguments.parse()) {
+        std::cout << "log::configure, GArgv parser error\n" << std::flush;
+    } else if (arguments.contains(key)) {
+        store_level(parse_log_level(arguments.get<QString>(key, QString()), INFO));
+    } else {
+        store_level(defaultLevel);
+    }
 }
 
 }  // namespace
@@ -90,7 +91,7 @@ void log_string(LOG_LEVEL level, const std::string& text) {
     log_string(level, text.c_str());
 }
 
-void configure(int, char**, bool gui_app) {
+void configure(int argc, char** argv, bool gui_app) {
     flagGuiApp = gui_app;
     if (!gui_app) {
         std::setlocale(LC_NUMERIC, "C");
@@ -99,7 +100,10 @@ void configure(int, char**, bool gui_app) {
     set_main_thread();
     consoleLogger.config.logControl.set_value(CONSOLE_CONTROL);
     add_log_appender(&consoleLogger);
-    store_level(defaultLevel);
+    read_level(argc, argv);
+    if (os::is_mobile()) {
+        set_log_digits(DIGITS_MOBILE);
+    }
     flagConfigured = true;
 }
 
@@ -141,82 +145,6 @@ unsigned get_log_level() noexcept {
 
 void set_log_level_default(LOG_LEVEL level) noexcept {
     defaultLevel = level;
-}
-
-unsigned parse_log_level(const QString& text, unsigned fallback) {
-    bool flagNumber = false;
-    const unsigned number = text.toUInt(&flagNumber, 10);
-    if (flagNumber) {
-        return std::min(number, LARGEST_LEVEL);
-    }
-    struct Words {
-        LOG_LEVEL level;
-        std::array<const char*, 3> words;
-    };
-    static constexpr std::array<Words, 6> TABLE = {{
-        {ERROR, {"err", "error"}},
-        {WARN, {"wrn", "warn", "warning"}},
-        {INFO, {"inf", "in", "info"}},
-        {DEBUG, {"deb", "debug"}},
-        {TRACE, {"tra", "trace"}},
-        {NOP, {"no", "nop"}},
-    }};
-    const QString lower = text.toLower();
-    for (const Words& row : TABLE) {
-        for (const char* const word : row.words) {
-            if (word != nullptr && lower == QLatin1String(word)) {
-                return row.level;
-            }
-        }
-    }
-    return fallback;
-}
-
-std::string logLevel_to_string(unsigned level) {
-    return level < LEVEL_WORDS.size() ? LEVEL_WORDS[level] : "";
-}
-
-QString logLevel_to_qstring(unsigned level) {
-    return QString::fromStdString(logLevel_to_string(level));
-}
-
-void set_log_digits(unsigned digits) {
-    const std::lock_guard lock(mutexWorker);
-    sNumberFormat = str::xprintF(0, "[%0$d] ", digits);
-    digitsOfNumber = digits;
-}
-
-unsigned get_log_digits() noexcept {
-    return digitsOfNumber;
-}
-
-std::string trailler(unsigned counter, LOG_LEVEL level, const GBits<unsigned>& bits) {
-    std::string text;
-    std::array<char, 64> number;
-    if (bits.is_bit(COLUMN_NUMBER)) {
-        std::snprintf(number.data(), number.size(), sNumberFormat.c_str(), counter);
-        text += number.data();
-    }
-    if (bits.is_bit(COLUMN_LEVEL)) {
-        text += '[' + logLevel_to_string(level) + "] ";
-    }
-    if (bits.is_bit(COLUMN_THREAD)) {
-        std::snprintf(number.data(), number.size(), "[%04d]", get_thread_id());
-        text += number.data();
-    }
-    return text + ' ';
-}
-
-QString qs_trailler(unsigned counter, LOG_LEVEL level, const GBits<unsigned>& bits) {
-    return QString::fromStdString(trailler(counter, level, bits));
-}
-
-unsigned long long get_time_since_start() {
-    return static_cast<unsigned long long>(now() - mcStart);
-}
-
-void start_log_time() {
-    mcStart = now();
 }
 
 unsigned get_current_threadID() noexcept {

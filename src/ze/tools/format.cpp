@@ -1,8 +1,11 @@
 #include "ze/tools/format.h"
 
+#include "ze/tools/convert.h"
+
 #include <QPointF>
 #include <QRectF>
 #include <QString>
+#include <QVariant>
 
 #include <array>
 #include <charconv>
@@ -101,6 +104,10 @@ void append_text(std::string& out, const QRect& value) {
 
 void append_text(std::string& out, const QRectF& value) {
     append_format(out, "$,$,$,$", value.x(), value.y(), value.width(), value.height());
+}
+
+void append_text(std::string& out, const QVariant& value) {
+    out += convert::to_string_basic_info(value);
 }
 
 void append_chars(std::string& out, const char* chars, std::size_t count) {
