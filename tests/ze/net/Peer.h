@@ -34,7 +34,7 @@ public:
                         .arg(server.serverPort()));
     }
 
-    /// The newest client, null until there is one; the server owns it.
+    /// The newest client, null until there is one; ends with this object.
     QWebSocket* client = nullptr;
     QStringList texts;
 
@@ -43,6 +43,7 @@ private:
 
     void on_new_connection() {
         client = server.nextPendingConnection();
+        client->setParent(&server);  // it comes without one
         QObject::connect(client, &QWebSocket::textMessageReceived, &server,
                          [this](const QString& text) { texts.push_back(text); });
     }
