@@ -19,7 +19,7 @@ QVariant corrupt(QDataStream& stream) {
 
 // Types whose reader takes a fixed number of bytes, or one text or byte array. Qt reads those piece
 // by piece, so that a length of 4 GB in a short stream costs one piece and ends as a read error.
-bool is_plain(int typeId) {
+bool is_plain(quint32 typeId) {
     switch (typeId) {
         case QMetaType::Bool:
         case QMetaType::Int:
@@ -104,14 +104,18 @@ QVariant read_plain(QDataStream& stream, QMetaType type) {
 }
 
 // Types that are not Qt's own are stored by name, with its closing zero byte.
-QMetaType read_user_type(QDataStream& stream) {
+QVariant read_user_value(QDataStream& stream) {
     QByteArray name;
     stream >> name;
-    return QMetaType::fromName(name.constData());
+    const QMetaType type = QMetaType::fromType<GType>();
+    return QMetaType::fromName(name.constData()) == type ? read_plain(stream, type)
+                                                         : corrupt(stream);
 }
 
-QVariant read_content(QDataStream& stream, QMetaType type, int depth) {
-    switch (type.id()) {
+QVariant read_content(QDataStream& stream, quint32 typeId, int depth) {
+    switch (typeId) {
+        case QMetaType::UnknownType:
+            return {};
         case QMetaType::QStringList:
             return read_string_list(stream);
         case QMetaType::QVariantList:
@@ -120,29 +124,28 @@ QVariant read_content(QDataStream& stream, QMetaType type, int depth) {
             return read_map<QVariantMap>(stream, depth);
         case QMetaType::QVariantHash:
             return read_map<QVariantHash>(stream, depth);
+        case QMetaType::User:
+            return read_user_value(stream);
         default:
             break;
     }
-    if (is_plain(type.id()) || type == QMetaType::fromType<GType>()) {
-        return read_plain(stream, type);
-    }
-    return corrupt(stream);
+    // Qt prints a warning of its own about a type number that it does not know.
+    return is_plain(typeId) ? read_plain(stream, QMetaType(static_cast<int>(typeId)))
+                            : corrupt(stream);
 }
 
 QVariant read_value_at(QDataStream& stream, int depth) {
     quint32 typeId = QMetaType::UnknownType;
     bool isNull = false;
     stream >> typeId >> isNull;
-    if (stream.status() != QDataStream::Ok || typeId == QMetaType::UnknownType) {
+    if (stream.status() != QDataStream::Ok) {
         return {};
     }
-    if (depth >= maxStreamDepth || typeId > QMetaType::User) {
+    if (depth >= maxStreamDepth) {
         return corrupt(stream);
     }
-    const QMetaType type =
-        typeId == QMetaType::User ? read_user_type(stream) : QMetaType(static_cast<int>(typeId));
-    const QVariant value = read_content(stream, type, depth);
-    return isNull && value.isValid() ? QVariant(type) : value;
+    const QVariant value = read_content(stream, typeId, depth);
+    return isNull && value.isValid() ? QVariant(value.metaType()) : value;
 }
 
 }  // namespace
