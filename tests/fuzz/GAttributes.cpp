@@ -33,6 +33,13 @@ QByteArray bytes_of(const GAttributes& attributes) {
     return bytes;
 }
 
+GAttributes read(const QByteArray& bytes) {
+    QDataStream stream(bytes);
+    GAttributes attributes;
+    FUZZ_CHECK(attributes.from_stream(stream));
+    return attributes;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -46,10 +53,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     static_cast<void>(attributes.to_string());
 
-    const QByteArray written = bytes_of(attributes);
-    QDataStream again(written);
-    GAttributes read;
-    FUZZ_CHECK(read.from_stream(again));
-    FUZZ_CHECK(bytes_of(read) == written);
+    // The first reading may mend a value, such as a moment without a time zone; the second finds
+    // nothing to mend.
+    const QByteArray settled = bytes_of(read(bytes_of(attributes)));
+    FUZZ_CHECK(bytes_of(read(settled)) == settled);
     return 0;
 }

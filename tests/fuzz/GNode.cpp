@@ -28,10 +28,12 @@ void read(const QString& text) {
     show_values(node);
     node.show(0);
 
-    const QString written = GNode::to_qstring(node);
-    const GNode read_back = GNode::from_qstring(written);
-    FUZZ_CHECK(GNode::to_qstring(read_back) == written);
-    FUZZ_CHECK(read_back == node);
+    // The first reading may mend a value, such as a moment without a time zone; the second finds
+    // nothing to mend.
+    const GNode settled = GNode::from_qstring(GNode::to_qstring(node));
+    const GNode read_back = GNode::from_qstring(GNode::to_qstring(settled));
+    FUZZ_CHECK(GNode::to_qstring(read_back) == GNode::to_qstring(settled));
+    FUZZ_CHECK(read_back == settled);
 }
 
 }  // namespace

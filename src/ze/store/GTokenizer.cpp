@@ -13,6 +13,7 @@ namespace {
 
 constexpr QChar quoteMark = u'"';
 constexpr qsizetype noWord = -1;
+constexpr qsizetype usualToken = 8;  // with its delimiter; room for tokens is made once
 
 // Answers for one character without a walk through the delimiters: nearly every character of a text
 // is asked.
@@ -75,6 +76,7 @@ GTokenizer::GTokenizer(const QString& text, const QString& delimiters, bool keep
 int GTokenizer::buildToken(const QString& text, const QString& delimiters, bool keep_delimiters,
                            bool quotes) {
     tokens.clear();
+    tokens.reserve(static_cast<std::size_t>(text.size() / usualToken) + 1);
     const QStringView view = text;
     const DelimiterSet set(delimiters);
     qsizetype word = noWord;

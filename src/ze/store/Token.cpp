@@ -10,6 +10,7 @@ namespace ze::store {
 namespace {
 
 constexpr QChar quoteMark = u'"';
+constexpr qsizetype usualWord = 8;  // with the blank behind it; room for tokens is made once
 
 qsizetype find_word_end(QStringView source, qsizetype from) {
     while (from < source.size() && !source[from].isSpace()) {
@@ -24,6 +25,7 @@ std::vector<Token> Token::token_from_source(const QString& source) {
     // QChar::isSpace holds for the code units 9 to 13, 32, 133, 160 and for Unicode's separators.
     const QStringView view = source;
     std::vector<Token> tokens;
+    tokens.reserve(static_cast<std::size_t>(source.size() / usualWord) + 1);
     for (qsizetype at = 0; at < view.size(); ++at) {
         if (view[at].isSpace()) {
             continue;

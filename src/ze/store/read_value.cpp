@@ -19,6 +19,8 @@ QVariant corrupt(QDataStream& stream) {
 
 // Types whose reader takes a fixed number of bytes, or one text or byte array. Qt reads those piece
 // by piece, so that a length of 4 GB in a short stream costs one piece and ends as a read error.
+// A program without Qt Gui knows no colour, and Qt prints a warning of its own about a type it does
+// not know.
 bool is_plain(quint32 typeId) {
     switch (typeId) {
         case QMetaType::Bool:
@@ -52,8 +54,9 @@ bool is_plain(quint32 typeId) {
         case QMetaType::QRectF:
         case QMetaType::QLine:
         case QMetaType::QLineF:
-        case QMetaType::QColor:
             return true;
+        case QMetaType::QColor:
+            return QMetaType::isRegistered(QMetaType::QColor);
         default:
             return false;
     }
@@ -129,7 +132,6 @@ QVariant read_content(QDataStream& stream, quint32 typeId, int depth) {
         default:
             break;
     }
-    // Qt prints a warning of its own about a type number that it does not know.
     return is_plain(typeId) ? read_plain(stream, QMetaType(static_cast<int>(typeId)))
                             : corrupt(stream);
 }
