@@ -73,7 +73,7 @@ void GPanel::set_layout(GLAYOUT kind) {
     QLayout* made = make_layout(kind);
     if (layout() != nullptr) {
         ze::pp("GPanel::set_layout - has already layout ?, <$>",
-               QLatin1String(layout()->metaObject()->className()));
+               layout()->metaObject()->className());
     }
     if (made == nullptr) {
         return;

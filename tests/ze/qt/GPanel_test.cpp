@@ -207,7 +207,7 @@ TEST_F(Panel, without_a_layout_a_layout_event_fires_nothing) {
 // --- what is generated ---------------------------------------------------------------------------
 
 TEST_F(Panel, a_margin_of_zero_is_set_and_one_below_zero_keeps_the_styles) {
-    const QMargins ofStyle = GPanel(GLAYOUT::HORIZONTAL).get_margins();
+    const QMargins ofStyle = panel.gen<GPanel>(GLAYOUT::HORIZONTAL)->get_margins();
     EXPECT_EQ(panel.gen_pan_horz(0)->get_margins(), QMargins());
     EXPECT_EQ(panel.gen_pan_horz(-1)->get_margins(), ofStyle);
     EXPECT_EQ(panel.gen_pan_vert(3)->get_margins(), QMargins(3, 3, 3, 3));
@@ -288,7 +288,8 @@ TEST_F(Panel, two_lines_without_a_name_take_two_names) {
     EXPECT_EQ(one->objectName().size(), 8);
     EXPECT_NE(one->objectName(), other->objectName());
     EXPECT_EQ(other->styleSheet(),
-              u'#' + other->objectName() + u" { border: 1px solid #808080; background:#808080}");
+              QStringLiteral("#%1 { border: 1px solid #808080; background:#808080}")
+                  .arg(other->objectName()));
 }
 
 TEST_F(Panel, the_box_of_languages_has_names_as_text_and_codes_as_data) {

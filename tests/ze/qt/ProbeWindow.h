@@ -5,6 +5,8 @@
 #include "ze/qt/GMainWindow.h"
 #include "ze/tools/GSettings.h"
 
+#include "support/QtPrinters.h"
+
 #include <QApplication>
 #include <QTest>
 

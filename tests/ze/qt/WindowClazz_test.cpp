@@ -1,5 +1,7 @@
 #include "ze/qt/WindowClazz.h"
 
+#include "support/QtPrinters.h"
+
 #include <memory>
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "ze/qt/resources.h"
 
 #include "support/LogCapture.h"
+#include "support/QtPrinters.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,7 @@
 #include "ze/qt/styles.h"
 
+#include "support/QtPrinters.h"
+
 #include <QSlider>
 
 #include <gtest/gtest.h>

@@ -6,6 +6,7 @@
 #include "ze/qt/components/GButton.h"
 
 #include "support/LogCapture.h"
+#include "support/QtPrinters.h"
 
 #include <QApplication>
 #include <QFont>

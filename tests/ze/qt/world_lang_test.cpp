@@ -1,5 +1,7 @@
 #include "ze/qt/world_lang.h"
 
+#include "support/QtPrinters.h"
+
 #include <algorithm>
 
 #include <gtest/gtest.h>
