@@ -118,6 +118,7 @@ bool GAbstractMessage::is_bye() const noexcept {
     return subType == "bye"_L1;
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): the signature is settled
 bool GAbstractMessage::is_kind_of_broadcast() noexcept {
     return to == "*"_L1 || to == "#"_L1;
 }

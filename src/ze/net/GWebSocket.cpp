@@ -11,7 +11,7 @@ namespace ze::net {
 namespace {
 
 // Far beyond any message of the game; what is longer makes Qt close the connection.
-constexpr quint64 MAX_INCOMING_BYTES = 16 * 1024 * 1024;
+constexpr quint64 MAX_INCOMING_BYTES = 16ULL * 1024 * 1024;
 
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
 constexpr auto SIGNAL_ERROR = &QWebSocket::errorOccurred;
