@@ -2,6 +2,7 @@
 
 #include "Log.h"
 #include "Metrics.h"
+#include "Turn.h"
 
 #include <utility>
 
@@ -233,6 +234,7 @@ void Connection::end() {
     const auto self = shared_from_this();
     shared_.onGone(*this);
     phase_ = Phase::GONE;
+    shared_.turn.flush();  // the friend's "bye": no read follows that would end the turn
 }
 
 }  // namespace relay

@@ -85,6 +85,9 @@ std::string Server::reach() const {
 
 void Server::run() {
     log_.event("ready", {{"connections", options_.limits.connections}});
+    if (status_) {
+        log_.event("status", {{"address", status_->address()}});
+    }
     context_.run();
     log_.event("stopped");
 }

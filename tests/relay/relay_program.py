@@ -1,7 +1,6 @@
-"""Starts the built relay for a test and talks to it over TLS."""
+"""Starts the built relay for a test and talks to it over TLS with a client that is not ours."""
 
 import asyncio
-import contextlib
 import json
 import os
 import re
@@ -9,12 +8,14 @@ import signal
 import ssl
 import subprocess
 import tempfile
+import threading
+import unittest
 
 import websockets
 
 PROGRAM = os.environ["RELAY_PROGRAM"]
 TARGET = "/ws/chat?sessid=play"
-LIMIT = 10  # seconds until something that is waited for counts as lost
+LIMIT = 20  # seconds until something that is waited for counts as lost
 
 
 def client_context():
@@ -25,51 +26,69 @@ def client_context():
 
 
 class Relay:
-    """A relay on a port of its own, with a state folder of its own."""
+    """A relay on a free port, with a state folder of its own."""
 
     def __init__(self, *options, environment=None, state_dir=None):
         self._folder = tempfile.TemporaryDirectory()
         self.state_dir = state_dir or os.path.join(self._folder.name, "state")
-        self._log = open(os.path.join(self._folder.name, "log"), "w+b")
         clean = {k: v for k, v in os.environ.items() if not k.startswith("VORK2D_RELAY_")}
-        command = [PROGRAM, "--state-dir", self.state_dir, *options]
-        if not any(option.split("=")[0] == "--listen" for option in options):
-            command += ["--listen", "127.0.0.1:0"]
         self.process = subprocess.Popen(
-            command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-            env={**clean, **(environment or {})}, text=True, bufsize=1)
+            [PROGRAM, "--state-dir", self.state_dir, "--listen", "127.0.0.1:0", *options],
+            stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+            env={**clean, **(environment or {})})
         self.lines = []
-        self.reach = self.read_line()
+        self._news = threading.Condition()
+        self._reader = threading.Thread(target=self._read, daemon=True)
+        self._reader.start()
+        self.reach = self.wait_for_line("wss://|vork2d-relay: ")
         found = re.search(r"wss://(\S+):(\d+)/", self.reach)
         if found is None:
             raise RuntimeError("the relay did not start: " + self.reach)
         self.host, self.port = found[1].strip("[]"), int(found[2])
-        os.set_blocking(self.process.stdout.fileno(), True)
 
-    def read_line(self):
-        line = self.process.stdout.readline().rstrip("\n")
-        self.lines.append(line)
-        return line
+    def _read(self):
+        for line in self.process.stdout:
+            with self._news:
+                self.lines.append(line.rstrip("\n"))
+                self._news.notify_all()
+        with self._news:
+            self.lines.append("<end of output>")
+            self._news.notify_all()
 
-    def read_until(self, pattern):
-        """The first line of the log that matches; the relay is quiet for no longer than the test's
-        own time limit."""
-        while True:
-            line = self.read_line()
-            if re.search(pattern, line):
-                return line
-            if line == "" and self.process.poll() is not None:
+    def wait_for_line(self, pattern):
+        """The first line of the output that matches."""
+        def find():
+            return next((line for line in self.lines if re.search(pattern, line)), None)
+        with self._news:
+            self._news.wait_for(lambda: find() or "<end of output>" in self.lines, LIMIT)
+            if find() is None:
                 raise AssertionError(f"{pattern!r} is not in {self.lines}")
+            return find()
 
-    def connect(self, **options):
-        return websockets.connect(f"wss://{self.host}:{self.port}{TARGET}",
-                                  ssl=client_context(), compression=None, ping_interval=None,
-                                  max_queue=None, close_timeout=2, **options)
+    def connect(self, target=TARGET, **options):
+        return websockets.connect(f"wss://{self.host}:{self.port}{target}", ssl=client_context(),
+                                  compression=None, ping_interval=None, max_queue=None,
+                                  max_size=None, close_timeout=LIMIT, **options)
+
+    async def member(self, name, password="secret"):
+        """A client that is logged in and has read its welcome."""
+        client = await self.connect()
+        await client.send(login(name, password))
+        welcome = await receive(client)
+        assert welcome["subType"] == "welcome", welcome
+        return client
+
+    async def pair(self, group):
+        first = await self.member(group + ":a")
+        second = await self.member(group + ":b")
+        join = await receive(first)
+        assert join["subType"] == "join", join
+        return first, second
 
     def stop(self, number=signal.SIGTERM):
         self.process.send_signal(number)
         status = self.process.wait(LIMIT)
-        self.lines += self.process.stdout.read().splitlines()
+        self._reader.join(LIMIT)
         return status
 
     def __enter__(self):
@@ -79,8 +98,8 @@ class Relay:
         if self.process.poll() is None:
             self.process.kill()
         self.process.wait()
+        self._reader.join(LIMIT)
         self.process.stdout.close()
-        self._log.close()
         self._folder.cleanup()
 
 
@@ -89,5 +108,47 @@ def message(kind, name, to, **more):
     return json.dumps({**fields, **more})
 
 
-def login_text(name, password=""):
+def login(name, password):
     return message("LOGIN", name, "+", subType="login", pw=password)
+
+
+def play(name, number=0):
+    return message("PLAY", name, "#", game="vork", payload={"cmd": "n", "n": number})
+
+
+async def receive_text(client):
+    return await asyncio.wait_for(client.recv(), LIMIT)
+
+
+async def receive(client):
+    return json.loads(await receive_text(client))
+
+
+async def receive_until_closed(client):
+    """All messages up to the close, and the code and reason of the close."""
+    messages = []
+    try:
+        while True:
+            messages.append(await receive(client))
+    except websockets.ConnectionClosed:
+        return messages, client.close_code, client.close_reason
+
+
+async def refusal(client):
+    """What a refused client is told: (code of the ERROR, its text, close code)."""
+    messages, code, reason = await receive_until_closed(client)
+    error = next(m for m in messages if m["type"] == "ERROR")
+    chat = messages[messages.index(error) + 1]
+    assert (chat["type"], chat["from"], chat["text"]) == ("CHAT", "relay", error["text"]), chat
+    assert reason == error["text"], reason
+    return error["code"], error["text"], code
+
+
+class RelayTest(unittest.IsolatedAsyncioTestCase):
+    """One relay for each test; `options` of a class go to its relays."""
+
+    options = ()
+
+    def setUp(self):
+        self.relay = Relay(*self.options)
+        self.addCleanup(self.relay.__exit__)

@@ -1,0 +1,184 @@
+#include "Options.h"
+
+#include "settings.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using relay::Action;
+using relay::CommandLine;
+using Variables = std::map<std::string, std::string>;
+
+CommandLine read(const std::vector<std::string>& arguments, const Variables& variables = {}) {
+    return relay::read_command_line(arguments, [&variables](const std::string& name) {
+        const auto found = variables.find(name);
+        return found == variables.end() ? std::nullopt : std::optional(found->second);
+    });
+}
+
+/// A configuration file for one test.
+class ConfigFile {
+public:
+    explicit ConfigFile(const std::string& text)
+        : path(std::filesystem::temp_directory_path() /
+               ("relay_options." + std::to_string(getpid()) + ".conf")) {
+        std::ofstream(path) << text;
+    }
+    ~ConfigFile() { std::filesystem::remove(path); }
+    ConfigFile(const ConfigFile&) = delete;
+    ConfigFile& operator=(const ConfigFile&) = delete;
+
+    const std::filesystem::path path;
+};
+
+TEST(Options, without_anything_it_serves_this_machine) {
+    const CommandLine line = read({}, {{"HOME", "/home/odo"}});
+    EXPECT_EQ(line.fault, "");
+    EXPECT_EQ(line.action, Action::RUN);
+    EXPECT_EQ(line.options.listen, "127.0.0.1:8888");
+    EXPECT_EQ(line.options.status, "");
+    EXPECT_EQ(line.options.certificate_files().key, "/home/odo/.local/state/vork2d-relay/key.pem");
+    EXPECT_TRUE(line.options.certificate_files().flagSelfSigned);
+}
+
+struct StateRow {
+    Variables variables;
+    const char* folder;
+};
+
+TEST(Options, the_state_folder_follows_the_environment) {
+    const StateRow rows[] = {
+        {{{"HOME", "/h"}}, "/h/.local/state/vork2d-relay"},
+        {{{"HOME", "/h"}, {"XDG_STATE_HOME", "/s"}}, "/s/vork2d-relay"},
+        {{{"HOME", "/h"}, {"XDG_STATE_HOME", ""}}, "/h/.local/state/vork2d-relay"},
+        {{{"STATE_DIRECTORY", "/var/lib/x"}, {"XDG_STATE_HOME", "/s"}}, "/var/lib/x"},
+        {{{"VORK2D_RELAY_STATE_DIR", "/v"}, {"STATE_DIRECTORY", "/d"}}, "/v"},
+    };
+    for (const StateRow& row : rows) {
+        EXPECT_EQ(read({}, row.variables).options.stateDir, row.folder);
+    }
+}
+
+TEST(Options, an_option_wins_over_the_environment_and_that_over_the_file) {
+    const ConfigFile file("chat-length = 1\nchat-burst = 1\nframe-size = 2048\n");
+    const Variables variables = {{"VORK2D_RELAY_CONFIG", file.path},
+                                 {"VORK2D_RELAY_CHAT_BURST", "2"},
+                                 {"VORK2D_RELAY_FRAME_SIZE", "4096"}};
+    const CommandLine line = read({"--frame-size", "8192"}, variables);
+    EXPECT_EQ(line.fault, "");
+    EXPECT_EQ(line.options.limits.chatLength, 1U);
+    EXPECT_EQ(line.options.limits.chatBurst, 2U);
+    EXPECT_EQ(line.options.limits.frameSize, 8192U);
+}
+
+TEST(Options, both_forms_of_an_option_are_read) {
+    EXPECT_EQ(read({"--listen", "[::]:1"}).options.listen, "[::]:1");
+    EXPECT_EQ(read({"--listen=[::]:1"}).options.listen, "[::]:1");
+}
+
+struct ActionRow {
+    const char* word;
+    Action action;
+};
+
+TEST(Options, words_that_ask_for_something_else) {
+    const ActionRow rows[] = {{"--help", Action::HELP},
+                              {"-h", Action::HELP},
+                              {"--version", Action::VERSION},
+                              {"--check-config", Action::CHECK_CONFIG},
+                              {"--print-config", Action::PRINT_CONFIG}};
+    for (const ActionRow& row : rows) {
+        EXPECT_EQ(read({row.word}).action, row.action) << row.word;
+    }
+}
+
+struct FaultRow {
+    std::vector<std::string> arguments;
+    const char* fault;
+};
+
+TEST(Options, what_is_wrong_is_told) {
+    const FaultRow rows[] = {
+        {{"here"}, "\"here\" is no option"},
+        {{"--listen"}, "--listen needs a value"},
+        {{"--colour", "red"}, "unknown setting \"colour\""},
+        {{"--listen", "8888"}, "\"8888\" is no HOST:PORT"},
+        {{"--listen="}, "listen needs a HOST:PORT"},
+        {{"--status", "x"}, "\"x\" is no HOST:PORT"},
+        {{"--cert", "a.pem"}, "cert and key belong together: give both or none"},
+        {{"--key", "a.pem"}, "cert and key belong together: give both or none"},
+        {{"--frame-size", "1023"}, "frame-size takes a whole number from 1024 to 1073741824"},
+        {{"--frame-size", "-1"}, "frame-size takes a whole number from 1024 to 1073741824"},
+        {{"--frame-size", "2k"}, "frame-size takes a whole number from 1024 to 1073741824"},
+        {{"--chat-burst", ""}, "chat-burst takes a whole number from 1 to 1000000"},
+        {{"--ping-seconds", "30"}, "silence-seconds has to be more than ping-seconds"},
+        {{"--config", "/nonexistent/x"}, "can not read /nonexistent/x"},
+    };
+    for (const FaultRow& row : rows) {
+        EXPECT_EQ(read(row.arguments).fault, row.fault) << row.arguments[0];
+    }
+}
+
+TEST(Options, a_wrong_variable_is_told_by_its_name) {
+    EXPECT_EQ(read({}, {{"VORK2D_RELAY_CHAT_BURST", "x"}}).fault,
+              "VORK2D_RELAY_CHAT_BURST: chat-burst takes a whole number from 1 to 1000000");
+}
+
+TEST(Options, a_file_has_comments_blank_lines_and_blanks) {
+    relay::Options options;
+    EXPECT_EQ(relay::read_config("# all\n\n  chat-length=7 # few\r\n\tlisten =  a:1\t\n", options),
+              "");
+    EXPECT_EQ(options.limits.chatLength, 7U);
+    EXPECT_EQ(options.listen, "a:1");
+}
+
+struct FileRow {
+    const char* text;
+    const char* fault;
+};
+
+TEST(Options, a_wrong_line_is_told_by_its_number) {
+    const FileRow rows[] = {
+        {"\n\nlisten", "line 3: a line is no \"key = value\""},
+        {"colour = red", "line 1: unknown setting \"colour\""},
+        {"# ok\nchat-length = many", "line 2: chat-length takes a whole number from 1 to 1000000"},
+    };
+    for (const FileRow& row : rows) {
+        relay::Options options;
+        EXPECT_EQ(relay::read_config(row.text, options), row.fault);
+    }
+}
+
+TEST(Options, what_is_printed_reads_back_the_same) {
+    relay::Options options;
+    options.listen = "[::]:443";
+    options.cert = "/etc/cert.pem";
+    options.limits.frameSize = 5000;
+    options.limits.ping = std::chrono::seconds(7);
+    const std::string text = relay::to_config(options);
+    relay::Options back;
+    EXPECT_EQ(relay::read_config(text, back), "");
+    EXPECT_EQ(relay::to_config(back), text);
+}
+
+TEST(Options, help_names_every_setting) {
+    const std::string help = relay::help_text();
+    for (const relay::Setting& setting : relay::settings()) {
+        EXPECT_NE(help.find("--" + std::string(setting.key) + " "), std::string::npos);
+        EXPECT_FALSE(setting.help.empty()) << setting.key;
+    }
+}
+
+TEST(Options, a_setting_has_its_variable) {
+    EXPECT_EQ(relay::find_setting("max-connections-per-address")->variable(),
+              "VORK2D_RELAY_MAX_CONNECTIONS_PER_ADDRESS");
+    EXPECT_EQ(relay::find_setting("colour"), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,176 @@
+"""Each limit is told to the client once before the close, and the others go on playing."""
+
+import asyncio
+import json
+import socket
+import time
+import unittest
+
+import websockets
+from relay_program import (LIMIT, RelayTest, client_context, login, message, play, receive,
+                           receive_text, refusal)
+
+
+class Heartbeat(RelayTest):
+    options = ("--ping-seconds", "1", "--silence-seconds", "2")
+
+    async def test_pings_come_and_silence_ends_the_client(self):
+        first, second = await self.relay.pair("g")
+
+        async def answer():
+            pings = []
+            while True:
+                news = await receive(first)
+                if news["type"] != "PING":
+                    return pings, news
+                pings.append(news)
+                await first.send(message("PONG", "g:a", "+"))
+        started = time.monotonic()
+        (pings, news), told = await asyncio.gather(answer(), refusal(second))
+        self.assertEqual(told, (19, "Nothing was heard of you for too long.", 1008))
+        self.assertEqual(news["subType"], "bye")
+        self.assertGreaterEqual(len(pings), 1)
+        self.assertEqual(pings[0], {"type": "PING", "subType": "", "from": "relay", "to": "g:a",
+                                    "ident": 0})
+        self.assertLess(time.monotonic() - started, 4)
+
+
+class Login(RelayTest):
+    options = ("--login-seconds", "1")
+
+    async def test_no_login_in_time(self):
+        async with self.relay.connect() as client:
+            self.assertEqual(await refusal(client), (6, "No login came in time.", 1008))
+
+
+class FailedLogins(RelayTest):
+    options = ("--failed-logins", "2")
+
+    async def test_who_guesses_has_to_wait(self):
+        first = await self.relay.member("g:a", "right")
+        codes = []
+        for password in ("x", "y", "right"):
+            async with self.relay.connect() as client:
+                await client.send(login("g:b", password))
+                codes.append((await refusal(client))[0])
+        self.assertEqual(codes, [7, 7, 10])
+        await first.close()
+
+
+class Connections(RelayTest):
+    options = ("--max-connections", "2")
+
+    async def test_one_too_many_in_all(self):
+        first, second = await self.relay.pair("g")
+        async with self.relay.connect() as third:
+            self.assertEqual(await refusal(third),
+                             (20, "The relay is full. Try again later.", 1013))
+        await second.close()
+        self.relay.wait_for_line('left name="g:b"')
+        await (await self.relay.member("h:a")).close()
+        await first.close()
+
+
+class ConnectionsPerAddress(RelayTest):
+    options = ("--max-connections-per-address", "2")
+
+    async def test_one_too_many_from_one_address(self):
+        await self.relay.pair("g")
+        async with self.relay.connect() as third:
+            self.assertEqual(await refusal(third),
+                             (21, "Too many connections from your address.", 1013))
+
+
+class Rates(RelayTest):
+    options = ("--frames-per-second", "10", "--burst-seconds", "1")
+
+    async def test_too_many_frames(self):
+        first, second = await self.relay.pair("g")
+        for number in range(30):
+            await first.send(play("g:a", number))
+        self.assertEqual(await refusal(first), (16, "Too many messages a second.", 1008))
+        received = []
+        while (news := await receive(second))["type"] == "PLAY":
+            received.append(news["payload"]["n"])
+        self.assertEqual(received, list(range(len(received))))
+        self.assertEqual(news["subType"], "bye")
+
+    async def test_too_many_control_frames(self):
+        client = await self.relay.member("g:a")
+        for _ in range(30):
+            await client.ping()
+        self.assertEqual((await refusal(client))[0], 16)
+
+
+class Bytes(RelayTest):
+    options = ("--bytes-per-second", "10000", "--burst-seconds", "1")
+
+    async def test_too_many_bytes(self):
+        client = await self.relay.member("g:a")
+        for _ in range(4):
+            await client.send(message("PLAY", "g:a", "+", pad="x" * 4000))
+        self.assertEqual(await refusal(client), (17, "Too many bytes a second.", 1008))
+
+
+class SlowReader(RelayTest):
+    options = ("--queued-output", "100000", "--frames-per-second", "100000",
+               "--bytes-per-second", "100000000")
+
+    async def test_a_client_that_does_not_read_has_to_go_and_the_others_do_not_feel_it(self):
+        first, slow = await self.relay.pair("g")
+        others = await self.relay.pair("h")
+        slow.transport.pause_reading()
+
+        async def flood():
+            text = message("PLAY", "g:a", "#", pad="x" * 8000)
+            for _ in range(5000):
+                await first.send(text)
+        flooding = asyncio.ensure_future(flood())
+        for number in range(100):
+            await others[0].send(play("h:a", number))
+            self.assertEqual(await receive_text(others[1]), play("h:a", number))
+        self.assertEqual((await receive(first))["subType"], "bye")
+        flooding.cancel()
+        self.relay.wait_for_line('refused reason="output_full" name="g:b"')
+
+
+class HalfOpen(RelayTest):
+    options = ("--max-half-open", "3", "--handshake-seconds", "1")
+
+    async def test_handshakes_that_stand_still_are_bounded_and_end(self):
+        idle = [socket.create_connection((self.relay.host, self.relay.port)) for _ in range(4)]
+        self.assertEqual(idle[3].recv(1), b"", "the fourth has no place")
+        self.relay.wait_for_line('dropped reason="half_open"')
+        for one in idle[:3]:
+            one.settimeout(LIMIT)
+            self.assertEqual(one.recv(1), b"", "the others end in time")
+        self.relay.wait_for_line('refused reason="handshake_timeout"')
+        client = await self.relay.member("g:a")
+        await client.close()
+        for one in idle:
+            one.close()
+
+    async def test_half_a_request_ends_in_time(self):
+        with socket.create_connection((self.relay.host, self.relay.port)) as plain:
+            with client_context().wrap_socket(plain) as line:
+                line.sendall(b"GET /ws/chat?sessid=play HTTP/1.1\r\nHost:")
+                line.settimeout(LIMIT)
+                self.assertEqual(line.recv(100), b"")
+
+
+class ToldOnce(RelayTest):
+    async def test_a_refusal_is_told_once(self):
+        async with self.relay.connect() as client:
+            await client.send("x")
+            await client.send("x")
+            seen = []
+            try:
+                while True:
+                    seen.append(json.loads(await receive_text(client))["type"])
+            except websockets.ConnectionClosed:
+                pass
+        self.assertEqual(seen, ["ERROR", "CHAT"])
+
+
+if __name__ == "__main__":
+    unittest.main()

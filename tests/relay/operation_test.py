@@ -1,0 +1,192 @@
+"""Starting, watching, reloading and stopping the relay, as its host does it."""
+
+import asyncio
+import os
+import re
+import signal
+import ssl
+import stat
+import subprocess
+import tempfile
+import time
+import unittest
+import urllib.error
+import urllib.request
+
+from relay_program import LIMIT, PROGRAM, Relay, RelayTest, login, message, receive_until_closed
+
+
+def run(*options, environment=None):
+    """Status and output of a run that is expected to end by itself."""
+    done = subprocess.run([PROGRAM, *options], capture_output=True, text=True, timeout=LIMIT,
+                          env={**os.environ, **(environment or {})})
+    return done.returncode, done.stdout + done.stderr
+
+
+class CommandLine(unittest.TestCase):
+    def test_help_and_version(self):
+        status, text = run("--help")
+        self.assertEqual(status, 0)
+        self.assertIn("--max-connections-per-address", text)
+        self.assertRegex(run("--version")[1], r"^vork2d-relay \d+\.\d+\.\d+\n$")
+
+    def test_a_fault_is_told_and_ends_with_2(self):
+        self.assertEqual(run("--frame-size", "big"), (
+            2, "vork2d-relay: frame-size takes a whole number from 1024 to 1073741824 "
+               "(see --help)\n"))
+
+    def test_check_config(self):
+        self.assertEqual(run("--check-config"), (0, "The settings are good.\n"))
+        status, text = run("--check-config", "--cert", "/nonexistent", "--key", "/nonexistent")
+        self.assertEqual(status, 2)
+        self.assertIn("can not use the certificate /nonexistent", text)
+
+    def test_print_config_shows_what_counts(self):
+        with tempfile.NamedTemporaryFile("w", suffix=".conf") as config:
+            config.write("chat-length = 1\nchat-burst = 1\nframe-size = 2048\n")
+            config.flush()
+            status, text = run("--print-config", "--config", config.name, "--frame-size=8192",
+                               environment={"VORK2D_RELAY_FRAME_SIZE": "4096",
+                                            "VORK2D_RELAY_CHAT_BURST": "2"})
+        self.assertEqual(status, 0)
+        for line in ("chat-length = 1\n", "chat-burst = 2\n", "frame-size = 8192\n"):
+            self.assertIn(line, text)
+
+    def test_a_port_that_is_taken_is_told(self):
+        with Relay() as relay:
+            status, text = run("--listen", f"127.0.0.1:{relay.port}", "--state-dir",
+                               relay.state_dir)
+        self.assertEqual(status, 2)
+        self.assertIn("can not listen on", text)
+
+    def test_the_status_is_for_loopback_only(self):
+        with tempfile.TemporaryDirectory() as folder:
+            status, text = run("--listen", "127.0.0.1:0", "--state-dir", folder, "--status",
+                               "0.0.0.0:0")
+        self.assertEqual((status, "is no loopback address" in text), (2, True))
+
+
+class Start(RelayTest):
+    async def test_it_makes_a_key_that_only_its_owner_reads(self):
+        key = os.path.join(self.relay.state_dir, "key.pem")
+        self.assertEqual(stat.S_IMODE(os.stat(key).st_mode), 0o600)
+
+    async def test_the_first_line_tells_how_to_reach_it(self):
+        self.assertRegex(self.relay.lines[0], r"^Play with: vork2d --server 127\.0\.0\.1:\d+  "
+                         r"\(wss://127\.0\.0\.1:\d+/ws/chat\?sessid=play, self-signed certificate"
+                         r"\)$")
+
+    async def test_a_second_start_keeps_the_certificate(self):
+        before = ssl.get_server_certificate((self.relay.host, self.relay.port))
+        self.relay.stop()
+        with Relay(state_dir=self.relay.state_dir) as again:
+            self.assertEqual(ssl.get_server_certificate((again.host, again.port)), before)
+
+
+class Reload(RelayTest):
+    async def test_a_new_certificate_is_taken_up_without_a_connection_lost(self):
+        first, second = await self.relay.pair("g")
+        before = ssl.get_server_certificate((self.relay.host, self.relay.port))
+        os.remove(os.path.join(self.relay.state_dir, "certificate.pem"))
+        self.relay.process.send_signal(signal.SIGHUP)
+        self.relay.wait_for_line("reloaded cert=")
+        after = ssl.get_server_certificate((self.relay.host, self.relay.port))
+        self.assertNotEqual(after, before)
+        await first.send(message("PLAY", "g:a", "#"))
+        await asyncio.wait_for(second.recv(), LIMIT)
+
+    async def test_a_fault_keeps_the_old_one(self):
+        certificate = os.path.join(self.relay.state_dir, "certificate.pem")
+        key = os.path.join(self.relay.state_dir, "key.pem")
+        with Relay("--cert", certificate, "--key", key) as relay:
+            with open(key, "w", encoding="ascii") as file:
+                file.write("broken")
+            relay.process.send_signal(signal.SIGHUP)
+            relay.wait_for_line("reload_failed detail=")
+            await (await relay.member("g:a")).close()
+
+
+class Shutdown(RelayTest):
+    async def test_each_client_hears_1001_and_the_status_is_0_in_time(self):
+        for number in (signal.SIGTERM, signal.SIGINT):
+            with Relay() as relay:
+                clients = [*(await relay.pair("g")), await relay.connect()]
+                started = time.monotonic()
+                relay.process.send_signal(number)
+                ends = await asyncio.gather(*(receive_until_closed(one) for one in clients))
+                self.assertEqual([end[1] for end in ends], [1001] * 3)
+                self.assertEqual(relay.process.wait(LIMIT), 0)
+                self.assertLess(time.monotonic() - started, 2)
+
+    async def test_a_client_that_does_not_answer_holds_nothing_up(self):
+        client = await self.relay.member("g:a")
+        client.transport.pause_reading()
+        started = time.monotonic()
+        self.assertEqual(await asyncio.to_thread(self.relay.stop), 0)
+        self.assertLess(time.monotonic() - started, 2)
+
+
+class Status(RelayTest):
+    def setUp(self):
+        super().setUp()
+        self.status = Relay("--status", "127.0.0.1:0")
+        self.addCleanup(self.status.__exit__)
+        line = self.status.wait_for_line("status address=")
+        self.address = re.search(r'address="([^"]+)"', line)[1]
+
+    async def get(self, path, **options):
+        request = urllib.request.Request(f"http://{self.address}{path}", **options)
+
+        def fetch():
+            with urllib.request.urlopen(request, timeout=LIMIT) as answer:
+                return answer.read().decode()
+        return await asyncio.to_thread(fetch)
+
+    async def test_health_answers(self):
+        self.assertEqual(await self.get("/health"), "ok\n")
+
+    async def test_metrics_count_what_happens(self):
+        first, second = await self.status.pair("g")
+        await first.send(message("PLAY", "g:a", "#"))
+        await asyncio.wait_for(second.recv(), LIMIT)
+        third = await self.status.connect()
+        await third.send(login("g:c", "wrong"))
+        await receive_until_closed(third)
+        text = await self.get("/metrics")
+        for line in ("members 2", "groups 1", "frames_received_total 4",
+                     "frames_forwarded_total 1", 'refusals_total{reason="wrong_password"} 1'):
+            self.assertIn(f"\nvork2d_relay_{line}\n", text)
+
+    async def test_other_paths_and_methods_are_refused(self):
+        for path, options, code in (("/", {}, 404), ("/metrics", {"method": "POST"}, 405)):
+            with self.assertRaises(urllib.error.HTTPError) as raised:
+                await self.get(path, **options)
+            self.assertEqual(raised.exception.code, code)
+
+    async def test_the_players_port_has_no_status(self):
+        request = f"https://{self.relay.host}:{self.relay.port}/metrics"
+        context = ssl._create_unverified_context()
+        with self.assertRaises(urllib.error.HTTPError) as raised:
+            await asyncio.to_thread(urllib.request.urlopen, request, context=context)
+        self.assertEqual(raised.exception.code, 404)
+
+
+class Log(RelayTest):
+    async def test_each_event_is_one_line_without_password_or_chat(self):
+        first, second = await self.relay.pair("g")
+        await first.send(message("CHAT", "g:a", "#", text="whisper"))
+        await asyncio.wait_for(second.recv(), LIMIT)
+        await second.close()
+        self.relay.wait_for_line('left name="g:b"')
+        self.relay.stop()
+        words = [line.split(" ", 1)[1] for line in self.relay.lines[1:-1]]
+        self.assertEqual(words, [
+            "ready connections=10000",
+            'login name="g:a" address="127.0.0.1"', 'login name="g:b" address="127.0.0.1"',
+            'left name="g:b" address="127.0.0.1"', "stopping connections=1",
+            'left name="g:a" address="127.0.0.1"', "stopped"])
+        self.assertNotIn("secret", "\n".join(self.relay.lines))
+
+
+if __name__ == "__main__":
+    unittest.main()
