@@ -45,6 +45,8 @@ public:
     void start();
     /// Ends it with this close code whatever it is doing.
     void stop(CloseCode code, std::string_view reason);
+    /// Ends it at once and without a word.
+    void end();
 
     [[nodiscard]] const std::string& address() const noexcept { return session_.address; }
     [[nodiscard]] bool is_half_open() const noexcept { return phase_ == Phase::HANDSHAKE; }
@@ -83,7 +85,6 @@ private:
     void schedule_check();
     void on_bytes(std::size_t count) override;
     void on_deadline(TimePoint now) override;
-    void end();
 
     [[nodiscard]] TlsStream& tls() noexcept { return socket_.next_layer(); }
 

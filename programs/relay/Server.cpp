@@ -212,10 +212,18 @@ void Server::shut_down() {
     turn_.flush();
     if (connections_.empty()) {
         context_.stop();
-        return;
     }
     timer_.expires_after(SHUTDOWN_TIME);
-    timer_.async_wait([this](error_code) { context_.stop(); });
+    timer_.async_wait([this](error_code) { end_all(); });
+}
+
+// Those that have not answered the close frame in time.
+void Server::end_all() {
+    const auto copy = connections_;
+    for (const auto& [connection, keptAlive] : copy) {
+        connection->end();
+    }
+    context_.stop();
 }
 
 }  // namespace relay

@@ -50,6 +50,7 @@ private:
     void wait_for_signal();
     void reload();
     void shut_down();
+    void end_all();
 
     const Options& options_;
     const Log& log_;

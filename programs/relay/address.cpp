@@ -32,7 +32,7 @@ std::optional<HostPort> split_host_port(std::string_view text) {
     if (flagBrackets) {
         host = host.substr(1, host.size() - 2);
     }
-    if (host.empty() || (!flagBrackets && host.find(':') != std::string_view::npos)) {
+    if (host.empty() || (!flagBrackets && host.find_first_of(":[]") != std::string_view::npos)) {
         return std::nullopt;
     }
     return HostPort{std::string(host), std::string(text.substr(colon + 1))};

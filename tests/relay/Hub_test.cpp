@@ -170,7 +170,7 @@ TEST_F(Hub, a_stall_of_a_second_at_1000_hz_may_arrive_at_once) {
 
 TEST_F(Hub, too_many_frames_end_the_client_and_not_its_friend) {
     const std::size_t burst = limits.framesPerSecond * limits.burstSeconds;
-    for (std::size_t i = 0; i < burst; ++i) {
+    for (std::size_t i = 1; i < burst; ++i) {  // the login was the first
         send(*a, play("g:a", "+"));
     }
     EXPECT_EQ(a->closed, "");

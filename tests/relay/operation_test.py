@@ -124,6 +124,7 @@ class Shutdown(RelayTest):
         started = time.monotonic()
         self.assertEqual(await asyncio.to_thread(self.relay.stop), 0)
         self.assertLess(time.monotonic() - started, 2)
+        client.transport.abort()
 
 
 class Status(RelayTest):

@@ -68,7 +68,7 @@ class Relay:
     def connect(self, target=TARGET, **options):
         return websockets.connect(f"wss://{self.host}:{self.port}{target}", ssl=client_context(),
                                   compression=None, ping_interval=None, max_queue=None,
-                                  max_size=None, close_timeout=LIMIT, **options)
+                                  max_size=None, close_timeout=1, **options)
 
     async def member(self, name, password="secret"):
         """A client that is logged in and has read its welcome."""
@@ -152,3 +152,6 @@ class RelayTest(unittest.IsolatedAsyncioTestCase):
     def setUp(self):
         self.relay = Relay(*self.options)
         self.addCleanup(self.relay.__exit__)
+
+    async def asyncSetUp(self):
+        asyncio.get_running_loop().set_debug(False)  # a busy machine is no fault to warn of
