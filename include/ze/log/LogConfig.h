@@ -28,7 +28,7 @@ struct LogConfig {
     std::uint32_t fontSize = 10;  ///< of the log view, in points
     bool autoScrollHorz = false;  ///< scroll left on every new line
 
-    /// All columns, time since start; the appender stays disabled.
+    /// All columns, the time of day in milliseconds; the appender stays disabled.
     void ini();
     /// Enabled, with the number column alone.
     void ini_mobile();

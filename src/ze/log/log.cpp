@@ -31,7 +31,7 @@ std::atomic<bool> flagConfigured = false;
 
 namespace {
 
-constexpr unsigned CONSOLE_CONTROL = 0x1003FE;  // enabled, all columns
+constexpr unsigned CONSOLE_CONTROL = 0x1003FE;  // enabled, all columns, time of day in microseconds
 constexpr unsigned DIGITS_MOBILE = 3;
 
 std::atomic<unsigned> defaultLevel = DEBUG;
