@@ -1,0 +1,140 @@
+// What stands on the canvas: a widget as large as the field, so that a pixel is a field unit.
+#include "vork2d/v5/FieldFixture.h"
+#include "vork2d/v5/PlayStats.h"
+
+#include <QImage>
+#include <QPixmap>
+
+#include <functional>
+
+namespace {
+
+namespace ORIENT2D = ze::math::ORIENT2D;
+
+const QColor BLACK = Qt::black;
+const QColor WHITE = Qt::white;
+const QColor YELLOW = Qt::yellow;
+
+class PlayFieldDraw : public test::FieldTest {
+protected:
+    PlayFieldDraw() { field.resize(800, 400); }
+
+    [[nodiscard]] QImage picture() {
+        return field.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    }
+
+    /// The pixel at a place in field units.
+    static QColor at(const QImage& image, int x, int y) {
+        return image.pixelColor(400 + x, 200 - y);
+    }
+
+    /// How many pixels of a part of the field, units from its top left, fulfil a wish.
+    static int count(const QImage& image, QRect part, const std::function<bool(QColor)>& wish) {
+        int found = 0;
+        for (int y = part.top(); y <= part.bottom(); ++y) {
+            for (int x = part.left(); x <= part.right(); ++x) {
+                found += wish(image.pixelColor(x, y)) ? 1 : 0;
+            }
+        }
+        return found;
+    }
+};
+
+bool is_yellowish(QColor color) {
+    return color.red() > 60 && color.green() > 60 && color.blue() < color.red() / 2;
+}
+
+bool is_greyish(QColor color) {
+    return color.red() > 60 && color.red() == color.green() && color.green() == color.blue();
+}
+
+constexpr QRect LABEL_LEFT{50, 10, 100, 40};
+constexpr QRect LABEL_RIGHT{650, 10, 150, 40};
+constexpr QRect LABEL_INFO{50, 330, 200, 40};
+
+TEST_F(PlayFieldDraw, the_ground_has_its_colour) {
+    EXPECT_EQ(at(picture(), 200, 100), BLACK);
+    field.colorBackground = Qt::darkBlue;
+    EXPECT_EQ(at(picture(), 200, 100), QColor(Qt::darkBlue));
+}
+
+TEST_F(PlayFieldDraw, the_own_paddle_is_yellow_and_the_other_one_white) {
+    const QImage left = picture();
+    EXPECT_EQ(at(left, -380, 20), YELLOW);
+    EXPECT_EQ(at(left, 380, 20), WHITE);
+    field.side = ORIENT2D::RIGHT;
+    const QImage right = picture();
+    EXPECT_EQ(at(right, -380, 20), WHITE);
+    EXPECT_EQ(at(right, 380, 20), YELLOW);
+}
+
+TEST_F(PlayFieldDraw, a_paddle_stands_where_it_was_moved) {
+    field.paddleLeft.pos.y = 100;
+    const QImage image = picture();
+    EXPECT_EQ(at(image, -380, 139), YELLOW);
+    EXPECT_EQ(at(image, -380, 61), YELLOW);
+    EXPECT_EQ(at(image, -380, 58), BLACK);
+    EXPECT_EQ(at(image, -380, 142), BLACK);
+}
+
+TEST_F(PlayFieldDraw, the_ball_is_white_where_it_is) {
+    field.ball.pos = {100, -50};
+    const QImage image = picture();
+    EXPECT_EQ(at(image, 98, -48), WHITE);
+    EXPECT_EQ(at(image, 102, -53), WHITE);
+    EXPECT_EQ(at(image, 108, -50), BLACK);
+}
+
+TEST_F(PlayFieldDraw, a_dotted_cross_lies_over_everything) {
+    const QImage image = picture();
+    const int across = count(image, QRect(0, 199, 800, 3), is_greyish) -
+                       count(image, QRect(0, 196, 800, 3), is_greyish);
+    const int upright = count(image, QRect(399, 0, 3, 400), is_greyish) -
+                        count(image, QRect(396, 0, 3, 400), is_greyish);
+    EXPECT_GT(across, 200);
+    EXPECT_LT(across, 600);
+    EXPECT_GT(upright, 100);
+    EXPECT_LT(upright, 300);
+    const auto is_covered = [](QColor color) {
+        return color != YELLOW;
+    };
+    EXPECT_GT(count(image, QRect(15, 199, 10, 3), is_covered), 0);  // in the own paddle
+}
+
+TEST_F(PlayFieldDraw, the_left_label_is_yellow_and_the_right_one_white) {
+    field.textLeft = QStringLiteral("MMM");
+    field.textRight = QStringLiteral("MMM");
+    const QImage image = picture();
+    EXPECT_GT(count(image, LABEL_LEFT, is_yellowish), 20);
+    EXPECT_EQ(count(image, LABEL_LEFT, is_greyish), 0);
+    EXPECT_GT(count(image, LABEL_RIGHT, is_greyish), 20);
+    EXPECT_EQ(count(image, LABEL_RIGHT, is_yellowish), 0);
+}
+
+TEST_F(PlayFieldDraw, an_empty_info_is_not_there) {
+    EXPECT_EQ(count(picture(), LABEL_INFO, is_greyish), 0);
+    field.textInfo = QStringLiteral("MMM");
+    EXPECT_GT(count(picture(), LABEL_INFO, is_greyish), 20);
+}
+
+TEST_F(PlayFieldDraw, a_larger_font_gives_larger_labels) {
+    field.textLeft = QStringLiteral("MMM");
+    const int small = count(picture(), QRect(50, 0, 200, 60), is_yellowish);
+    field.fontSize = 32;
+    EXPECT_GT(count(picture(), QRect(50, 0, 200, 60), is_yellowish), 2 * small);
+}
+
+TEST_F(PlayFieldDraw, every_picture_counts_as_a_frame) {
+    vork2d::v5::playStats.frames = 5;
+    static_cast<void>(picture());
+    EXPECT_EQ(vork2d::v5::playStats.frames, 6U);
+}
+
+TEST_F(PlayFieldDraw, drawing_moves_nothing) {
+    field.on_play(ORIENT2D::LEFT, 5000);
+    const glm::vec2 pos = field.ball.pos;
+    static_cast<void>(picture());
+    EXPECT_EQ(field.ball.pos, pos);
+}
+
+}  // namespace
