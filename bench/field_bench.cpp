@@ -1,0 +1,220 @@
+// The frame step beside the same arithmetic written as a bare loop, and beside a step of Box2D with
+// a bullet body in a field of the same shape; the painted field beside bare QPainter.
+
+#include "ze/log/log.h"
+#include "ze/math/ViewPort.h"
+#include "ze/net/IConnectionState.h"
+#include "ze/qt/GPC.h"
+
+#include "bare_field.h"
+#include "vork2d/v5/PlayField.h"
+#include "vork2d/v5/PlayStats.h"
+
+#include <QApplication>
+#include <QFontMetricsF>
+#include <QImage>
+#include <QPainter>
+
+#include <benchmark/benchmark.h>
+#include <box2d/box2d.h>
+
+namespace {
+
+using vork2d::v5::PlayField;
+using vork2d::v5::playStats;
+
+constexpr float DT = 0.016F;
+
+class Offline final : public ze::net::IConnectionState {
+public:
+    [[nodiscard]] bool is_connected() const override { return false; }
+};
+
+/// The field as it plays: sound off, log at ERROR.
+class Field {
+public:
+    Field() {
+        ze::log::configure();
+        ze::log::set_log_level(ze::log::ERROR);
+        field.timer.stop();
+        field.flagSound = false;
+        field.set_state_RUN(true);
+    }
+
+private:
+    Offline connection;
+
+public:
+    PlayField field{800, 400, connection};
+};
+
+struct Flight {
+    glm::vec2 pos, dir;
+    float velocity;
+    float dt;
+    unsigned hits;
+};
+
+const Flight FREE{{-20, 10}, {0.97014254F, 0.24253564F}, 160, DT, 0};
+// From paddle to paddle through the walls: four walls, three paddles.
+const Flight SEVEN_BOUNCES{{-370, 0}, {0.88465F, 0.46624F}, 3100, 1, 7};
+
+void frame_step(benchmark::State& state, const Flight& flight) {
+    Field game;
+    PlayField& field = game.field;
+    playStats = {};
+    for (auto _ : state) {
+        field.ball.pos = flight.pos;
+        field.ball.dir = flight.dir;
+        field.ball.velocity = flight.velocity;
+        benchmark::ClobberMemory();
+        field.next_frame(flight.dt);
+        benchmark::ClobberMemory();
+    }
+    if (playStats.all_hits() != flight.hits * state.iterations()) {
+        state.SkipWithError("another flight than planned");
+    }
+}
+
+void bare_step(benchmark::State& state, const Flight& flight) {
+    BareField field;
+    benchmark::DoNotOptimize(&field);
+    for (auto _ : state) {
+        field.pos = flight.pos;
+        field.dir = flight.dir;
+        field.velocity = flight.velocity;
+        benchmark::ClobberMemory();
+        bare_frame(field, flight.dt);
+        benchmark::ClobberMemory();
+    }
+    if (field.hits != flight.hits * state.iterations()) {
+        state.SkipWithError("another flight than planned");
+    }
+}
+
+/// The field in metres, a hundred units each: walls, paddles, and the ball as a bullet.
+void box2d_step(benchmark::State& state) {
+    b2World world({0, 0});
+    const auto wall = [&world](float x, float y, float halfWidth, float halfHeight) {
+        b2BodyDef def;
+        def.position.Set(x, y);
+        b2PolygonShape shape;
+        shape.SetAsBox(halfWidth, halfHeight);
+        world.CreateBody(&def)->CreateFixture(&shape, 0)->SetRestitution(1);
+    };
+    wall(0, 2.05F, 4, 0.05F);
+    wall(0, -2.05F, 4, 0.05F);
+    wall(-3.8F, 0, 0.05F, 0.4F);
+    wall(3.8F, 0, 0.05F, 0.4F);
+
+    b2BodyDef def;
+    def.type = b2_dynamicBody;
+    def.bullet = true;
+    def.allowSleep = false;
+    b2Body* const ball = world.CreateBody(&def);
+    b2PolygonShape shape;
+    shape.SetAsBox(0.05F, 0.05F);
+    ball->CreateFixture(&shape, 1)->SetRestitution(1);
+    for (auto _ : state) {
+        ball->SetTransform({FREE.pos.x / 100, FREE.pos.y / 100}, 0);
+        ball->SetLinearVelocity({FREE.dir.x * 1.6F, FREE.dir.y * 1.6F});
+        world.Step(DT, 8, 3);
+    }
+}
+
+const Flight* const FREE_FLIGHT = &FREE;
+
+void free_flight(benchmark::State& state) {
+    frame_step(state, *FREE_FLIGHT);
+}
+void free_flight_bare(benchmark::State& state) {
+    bare_step(state, *FREE_FLIGHT);
+}
+void bounces(benchmark::State& state) {
+    frame_step(state, SEVEN_BOUNCES);
+}
+void bounces_bare(benchmark::State& state) {
+    bare_step(state, SEVEN_BOUNCES);
+}
+
+// One painted frame
+
+class Picture {
+public:
+    Picture() { image.fill(Qt::black); }
+
+private:
+    QImage image{800, 400, QImage::Format_ARGB32_Premultiplied};
+
+public:
+    QPainter painter{&image};
+};
+
+void paint_field(benchmark::State& state) {
+    Field game;
+    Picture picture;
+    for (auto _ : state) {
+        ze::qt::GPC gpc(picture.painter);
+        game.field.setup_transform(gpc, ze::math::ViewPort(800, 400));
+        game.field.draw(gpc, ze::math::Rect(-400, -200, 800, 400));
+    }
+}
+
+void bare_text(QPainter& painter, QPointF pos, const QString& text, const QColor& color) {
+    painter.save();
+    QFont font = painter.font();
+    font.setPointSize(16);
+    painter.setFont(font);
+    painter.setPen(color);
+    painter.translate(pos);
+    painter.scale(1, -1);
+    painter.drawText(QPointF(0, -QFontMetricsF(painter.font()).descent()), text);
+    painter.restore();
+}
+
+void bare_line(QPainter& painter, QPointF from, QPointF to) {
+    painter.save();
+    QPen pen(QBrush(Qt::white), 0.5, Qt::DotLine);
+    pen.setCosmetic(true);
+    painter.setPen(pen);
+    painter.drawLine(from, to);
+    painter.restore();
+}
+
+void paint_bare(benchmark::State& state) {
+    Picture picture;
+    QPainter& painter = picture.painter;
+    const QString text = QStringLiteral("0");
+    for (auto _ : state) {
+        painter.resetTransform();
+        painter.translate(400, 200);
+        painter.scale(1, -1);
+        painter.fillRect(QRectF(-400, 200, 800, -400), Qt::black);
+        bare_text(painter, {-350, 160}, text, QColor(255, 255, 0, 128));
+        const double width = QFontMetricsF(painter.font()).horizontalAdvance(text);
+        bare_text(painter, {350 - width, 160}, text, QColor(255, 255, 255, 128));
+        painter.fillRect(QRectF(-385, 40, 10, -80), Qt::yellow);
+        painter.fillRect(QRectF(375, 40, 10, -80), Qt::white);
+        painter.fillRect(QRectF(-5, 5, 10, -10), Qt::white);
+        bare_line(painter, {-400, 0}, {400, 0});
+        bare_line(painter, {0, 200}, {0, -200});
+    }
+}
+
+BENCHMARK(free_flight)->Name("frame_step/ours");
+BENCHMARK(free_flight_bare)->Name("frame_step/peer");
+BENCHMARK(bounces)->Name("frame_step_7_bounces/ours");
+BENCHMARK(bounces_bare)->Name("frame_step_7_bounces/peer");
+BENCHMARK(free_flight)->Name("frame_step_box2d/ours");
+BENCHMARK(box2d_step)->Name("frame_step_box2d/peer");
+BENCHMARK(paint_field)->Name("field_painted/ours");
+BENCHMARK(paint_bare)->Name("field_painted/peer");
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}
