@@ -79,15 +79,16 @@ public:
     void clear_config();
 
     /// True when the store was older than the minimum: its version is raised, and its keys are
-    /// removed if `clearIfOlder`. A file that could not be read is then kept beside the new one,
-    /// with ".unreadable" behind its name.
+    /// removed if `clearIfOlder`. A file that could not be read, or has no version, is then kept
+    /// beside the new one with ".unreadable" behind its name.
     bool check_update_config(unsigned minimum, bool clearIfOlder);
 
     /// Both only check that there is a splitter; positions are not kept.
     void save_splitter_state(QSplitter* splitter);
     void restore_splitter_state(QSplitter* splitter);
 
-    /// Writes what is unwritten now, instead of at the next turn of the event loop.
+    /// Writes what is unwritten now, instead of at the next turn of the event loop. On a full disk
+    /// nothing is written, the file stays as it was and the values stay in memory.
     void sync();
 
 protected:
@@ -97,6 +98,8 @@ protected:
 
 private:
     void make_file_private();
+    bool prepare_write();
+    [[nodiscard]] bool has_config_version() const;
     void keep_unreadable_file();
 
     unsigned versionCurrent = 0;

@@ -8,6 +8,7 @@
 #include <QEvent>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryFile>
 
 #include <iostream>
 
@@ -34,13 +35,31 @@ void restrict_to_owner(QFile& file) {
     }
 }
 
+// QSettings does not see that its last buffer did not fit on the disk: it puts the cut file in the
+// place of the whole one and reports success. So the room is asked for before it writes. Where not
+// even a temporary file can be made, QSettings cannot write either and says so.
+bool has_room(const QString& name) {
+    constexpr qint64 GROWTH = 64 * 1024;  // more than one write adds to the settings
+    const QFileInfo file(name);
+    QTemporaryFile probe(file.path() + QStringLiteral("/XXXXXX"));
+    if (!probe.open()) {
+        return true;
+    }
+    const QByteArray content(file.size() + GROWTH, '\0');
+    return probe.write(content) == content.size() && probe.flush();
+}
+
 }  // namespace
 
 bool GSettings::flagDebug = false;
 
 GSettings& GSettings::instance() {
-    static GSettings settings;
-    return settings;
+    // Never destroyed: QSettings would write unasked then. What is unwritten is written at the end.
+    static GSettings* const settings = new GSettings;
+    static const struct LastWrite {
+        ~LastWrite() { settings->sync(); }
+    } last_write;
+    return *settings;
 }
 
 GSettings::GSettings() {
@@ -49,6 +68,11 @@ GSettings::GSettings() {
 
 GSettings::~GSettings() {
     make_file_private();
+}
+
+bool GSettings::prepare_write() {
+    make_file_private();
+    return !IS_PLAIN_FILE || has_room(fileName());
 }
 
 // QSettings writes a new file beside the old one, with the permissions of the old one, and renames
@@ -66,15 +90,16 @@ void GSettings::make_file_private() {
 }
 
 bool GSettings::event(QEvent* event) {
-    if (event->type() == QEvent::UpdateRequest) {
-        make_file_private();
+    if (event->type() == QEvent::UpdateRequest && !prepare_write()) {
+        return true;  // stays unwritten until a sync finds room, the one at the end at last
     }
     return QSettings::event(event);
 }
 
 void GSettings::sync() {
-    make_file_private();
-    QSettings::sync();
+    if (prepare_write()) {
+        QSettings::sync();
+    }
 }
 
 void GSettings::clear_config() {
@@ -85,7 +110,9 @@ void GSettings::clear_config() {
 }
 
 void GSettings::keep_unreadable_file() {
-    if (!IS_PLAIN_FILE || status() == NoError) {
+    // Every store of this program has a version; one that has keys but no version was damaged.
+    const bool is_damaged = !allKeys().isEmpty() && !has_config_version();
+    if (!IS_PLAIN_FILE || (status() == NoError && !is_damaged)) {
         return;
     }
     const QString kept = fileName() + QStringLiteral(".unreadable");

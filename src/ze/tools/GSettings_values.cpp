@@ -146,6 +146,10 @@ unsigned GSettings::get_config_version() const {
     return get_uint(key_version(), DEFAULT_VERSION, nullptr);
 }
 
+bool GSettings::has_config_version() const {
+    return contains(key_version());
+}
+
 void GSettings::set_log_level(unsigned level) {
     setValue(key_log_level(), level);
 }
