@@ -1,0 +1,33 @@
+// The queries that look at the running system, on the offscreen platform: one screen, no touch.
+#include "ze/tools/os.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+namespace os = ze::os;
+
+TEST(os_screen, has_the_size_of_the_primary_screen) {
+    const QSize size = QGuiApplication::primaryScreen()->size();
+    bool ok = false;
+    EXPECT_EQ(os::get_view_port_size(ok), size);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ(os::primary_screen_size(), size);
+    EXPECT_EQ(os::smallest_width_or_height(), std::min(size.width(), size.height()));
+}
+
+TEST(os_screen, is_no_small_device_from_600_pixels_on) {
+    ASSERT_GE(os::smallest_width_or_height(), 600);
+    EXPECT_FALSE(os::is_small_device());
+}
+
+TEST(os_screen, has_no_touch_screen) {
+    EXPECT_FALSE(os::is_touch_device());
+}
+
+}  // namespace

@@ -1,0 +1,49 @@
+#include "ze/tools/os.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+namespace os = ze::os;
+
+#if defined(__linux__)
+TEST(os, answers_for_a_desktop_linux) {
+    EXPECT_TRUE(os::is_linux());
+    EXPECT_TRUE(os::is_desktop());
+    EXPECT_TRUE(os::is_window_based_platform());
+    EXPECT_FALSE(os::is_windows());
+    EXPECT_FALSE(os::is_mac());
+    EXPECT_FALSE(os::is_android());
+    EXPECT_FALSE(os::is_wasm());
+    EXPECT_FALSE(os::is_sandboxed());
+    EXPECT_FALSE(os::is_mobile());
+}
+#endif
+
+TEST(os, counts_the_bits_of_a_pointer) {
+    EXPECT_EQ(os::get_os_bit_system(), sizeof(void*) * 8);
+    EXPECT_EQ(os::is_64_bit(), sizeof(void*) == 8);
+    EXPECT_EQ(os::is_32_bit(), sizeof(void*) == 4);
+}
+
+TEST(os, is_called_linux) {
+    EXPECT_EQ(os::get_os_name(), "Linux");
+    EXPECT_EQ(os::get_os_name_qs(), QStringLiteral("Linux"));
+}
+
+TEST(os, names_the_program_by_its_file) {
+    EXPECT_EQ(os::get_program_name(), "os_test");
+    EXPECT_EQ(os::get_program_name_qs(), QStringLiteral("os_test"));
+}
+
+TEST(os, without_a_screen_has_no_size_and_is_not_small) {
+    bool ok = true;
+    EXPECT_EQ(os::get_view_port_size(ok), QSize(-1, -1));
+    EXPECT_FALSE(ok);
+    EXPECT_EQ(os::primary_screen_size(), QSize(-1, -1));
+    EXPECT_EQ(os::smallest_width_or_height(), -1);
+    EXPECT_FALSE(os::is_small_device());
+    EXPECT_FALSE(os::is_touch_device());
+}
+
+}  // namespace
