@@ -1,6 +1,8 @@
 # layer_units(TARGET FOLDER stem...) adds include/FOLDER/<stem>.h and, where it exists, src/FOLDER/<stem>.cpp.
 # A header with no source is a template, an interface or an enumeration.
 function(layer_units target folder)
+    # A source that appears later is found: its folder changes, and that configures again.
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${folder})
     foreach(stem IN LISTS ARGN)
         target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR}/include
                        FILES ${CMAKE_SOURCE_DIR}/include/${folder}/${stem}.h)

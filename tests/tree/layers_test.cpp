@@ -56,7 +56,7 @@ std::string layer_of(const std::string& path) {
 
 /// The file that a quoted include means, relative to the root; empty when it is none of ours.
 std::string resolve(const fs::path& root, const fs::path& file, const std::string& included) {
-    for (const fs::path& base : {root / "include", root, file.parent_path()}) {
+    for (const fs::path& base : {root / "include", root / "programs", root, file.parent_path()}) {
         const fs::path candidate = (base / included).lexically_normal();
         if (fs::exists(candidate)) {
             return fs::relative(candidate, root).generic_string();

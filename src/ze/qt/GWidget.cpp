@@ -9,6 +9,7 @@
 #include "ze/tools/os.h"
 
 #include <QMouseEvent>
+#include <QPointer>
 
 namespace ze::qt {
 
@@ -94,7 +95,12 @@ void GWidget::leaveEvent(QEvent* ev) {
 void GWidget::changeEvent(QEvent* ev) {
     QWidget::changeEvent(ev);
     if (ev->type() == QEvent::PaletteChange) {
-        invoke_later([this] { notify_theme(); });
+        // The widget may be gone by the time the event loop turns.
+        invoke_later([alive = QPointer<GWidget>(this)] {
+            if (!alive.isNull()) {
+                alive->notify_theme();
+            }
+        });
     }
 }
 

@@ -1,0 +1,274 @@
+#include "ze/qt/components/GButtonGroup.h"
+#include "ze/qt/components/GRadioButton.h"
+
+#include "WindowFixture.h"
+#include "vork2d/servers.h"
+#include "vork2d/v5/ConnDataWin.h"
+
+namespace {
+
+namespace ORIENT2D = ze::math::ORIENT2D;
+using test::v5::Window;
+
+class WindowConnectTest : public test::WindowFixture {
+protected:
+    [[nodiscard]] bool wait_for_dialog() {
+        return QTest::qWaitFor([this] { return !window.diaConn.isNull(); });
+    }
+    [[nodiscard]] bool wait_for_no_dialog() {
+        return QTest::qWaitFor([this] { return window.diaConn.isNull(); });
+    }
+    [[nodiscard]] QString last_chat_line() const {
+        return window.listChat->string_at(window.listChat->model()->rowCount() - 1);
+    }
+};
+
+TEST_F(WindowConnectTest, a_login_is_split_at_its_colons) {
+    EXPECT_EQ(Window::get_group(QStringLiteral("a:b:c")), QStringLiteral("a"));
+    EXPECT_EQ(Window::get_pure_user(QStringLiteral("a:b:c")), QStringLiteral("b"));
+    EXPECT_EQ(Window::get_pure_user(QStringLiteral(":b")), QStringLiteral("b"));
+    EXPECT_EQ(Window::get_group(QStringLiteral(":b")), QString());
+}
+
+TEST_F(WindowConnectTest, a_login_without_a_colon_is_taken_whole_with_an_error) {
+    log.expect_error("Window::get_group, group:user ???");
+    log.expect_error("Window::get_pure_user, group:user ???");
+    EXPECT_EQ(Window::get_group(QStringLiteral("ab")), QStringLiteral("ab"));
+    EXPECT_EQ(Window::get_pure_user(QStringLiteral("ab")), QStringLiteral("ab"));
+}
+
+TEST_F(WindowConnectTest, the_addresses_are_those_of_the_two_servers) {
+    EXPECT_EQ(window.urlDevelopment, QStringLiteral("wss://127.0.0.1:8888/ws/chat?sessid=play"));
+    EXPECT_EQ(window.urlServer, QStringLiteral("wss://play.vork2d.example/ws/chat?sessid=play"));
+}
+
+TEST_F(WindowConnectTest, the_server_key_takes_the_place_of_the_default_server) {
+    ze::qt::GApp::argv.set(QStringLiteral("server"), QStringLiteral("friend.example:9000"));
+    EXPECT_EQ(vork2d::servers::default_name(), QStringLiteral("friend.example:9000"));
+    EXPECT_EQ(Window().urlServer, QStringLiteral("wss://friend.example:9000/ws/chat?sessid=play"));
+    ze::qt::GApp::argv.set(QStringLiteral("server"), QStringLiteral("10.0.0.7"));
+    EXPECT_EQ(Window().urlServer, QStringLiteral("wss://10.0.0.7/ws/chat?sessid=play"));
+    ze::qt::GApp::argv.set(QStringLiteral("server"), QVariant());
+}
+
+TEST_F(WindowConnectTest, a_server_key_that_is_no_host_is_refused) {
+    for (const char* text : {"a b", "host:99999999", "user@host", ""}) {
+        ze::qt::GApp::argv.set(QStringLiteral("server"), QString::fromLatin1(text));
+        log.expect_error("servers::default_url, '" + std::string(text) +
+                         "' is no host or host:port");
+        EXPECT_EQ(vork2d::servers::default_url().host(), QStringLiteral("play.vork2d.example"))
+            << text;
+    }
+    ze::qt::GApp::argv.set(QStringLiteral("server"), QVariant());
+}
+
+TEST_F(WindowConnectTest, post_after_ini_stores_and_connects_only_with_the_flag) {
+    window.urlDevelopment = relay.address();
+    window.post_after_ini(QStringLiteral("g:Cleo"), QStringLiteral("pass"),
+                          QStringLiteral("localhost"), false);
+    EXPECT_EQ(window.user, QStringLiteral("g:Cleo"));
+    EXPECT_EQ(log.take(), std::vector<std::string>());
+    window.post_after_ini(QStringLiteral("g:Cleo"), QStringLiteral("pass"),
+                          QStringLiteral("localhost"), true);
+    ASSERT_TRUE(relay.wait_for_frames(1));
+    const auto lines = log.lines();
+    ASSERT_GE(lines.size(), 2U);
+    EXPECT_EQ(lines[0], "Window::post_after_ini - flagStartDirect set, try to login ...");
+    EXPECT_EQ(lines[1], "Window::try_connect_via_cmd 'localhost'");
+}
+
+TEST_F(WindowConnectTest, connecting_logs_in_and_stores_the_password) {
+    connect();
+    EXPECT_EQ(relay.frames[0], (QJsonObject{{QStringLiteral("type"), QStringLiteral("LOGIN")},
+                                            {QStringLiteral("subType"), QStringLiteral("login")},
+                                            {QStringLiteral("from"), QStringLiteral("g:Ann")},
+                                            {QStringLiteral("to"), QStringLiteral("+")},
+                                            {QStringLiteral("ident"), 0},
+                                            {QStringLiteral("pw"), QStringLiteral("secret")}}));
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("g:Ann"));
+    EXPECT_EQ(window.settingsNode.get<QString>(QStringLiteral("pw"), QString()),
+              QStringLiteral("secret"));
+    EXPECT_TRUE(window.playField->is_state_CONNECTED1());
+    EXPECT_TRUE(window.buttonSend->isEnabled());
+    EXPECT_EQ(window.editStatus->text(), QStringLiteral("1"));
+}
+
+TEST_F(WindowConnectTest, the_second_to_arrive_finds_its_opponent_in_the_list) {
+    connect();
+    relay.send_chat(QStringLiteral("welcome"), QStringLiteral("relay"), QStringLiteral("hello"),
+                    QStringLiteral("g:Ben, g:Ann"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window.playField->is_state_2_players(); }));
+    EXPECT_EQ(window.opponent.name, QStringLiteral("g:Ben"));
+    EXPECT_EQ(window.opponent.orient, ORIENT2D::RIGHT);
+    EXPECT_EQ(window.editStatus->text(), QStringLiteral("2"));
+    EXPECT_EQ(window.playField->textRight, QStringLiteral("Ben:0"));
+    EXPECT_EQ(last_chat_line(), QStringLiteral("relay:hello"));
+    EXPECT_TRUE(has_line("WELCOME: 'g:Ben, g:Ann'"));
+    EXPECT_TRUE(
+        has_line("me: {g:Ann, LEFT, countPoints:0}, opponent{g:Ben, RIGHT, countPoints:0}"));
+}
+
+TEST_F(WindowConnectTest, several_other_names_count_as_alone) {
+    connect();
+    relay.send_chat(QStringLiteral("welcome"), QStringLiteral("relay"), QString(),
+                    QStringLiteral("g:Ann, g:Ben, g:Cleo"));
+    ASSERT_TRUE(wait_for_line("USER: 'g:Ann'"));
+    EXPECT_FALSE(window.playField->is_state_CONNECTED2());
+}
+
+TEST_F(WindowConnectTest, the_first_to_arrive_waits_in_a_dialog_that_opens_by_itself) {
+    connect();
+    relay.send_chat(QStringLiteral("welcome"), QStringLiteral("relay"), QString(),
+                    QStringLiteral("g:Ann"));
+    ASSERT_TRUE(wait_for_dialog());
+    EXPECT_EQ(window.diaConn->panStack->current_stacked_panel(), window.diaConn->panWaiting);
+    EXPECT_TRUE(has_line("Window::on_dialog_already_connected"));
+}
+
+TEST_F(WindowConnectTest, a_friend_who_joins_closes_the_dialog_and_hears_the_side) {
+    connect();
+    relay.send_chat(QStringLiteral("welcome"), QStringLiteral("relay"), QString(),
+                    QStringLiteral("g:Ann"));
+    ASSERT_TRUE(wait_for_dialog());
+    relay.frames.clear();
+    relay.send_chat(QStringLiteral("join"), QStringLiteral("g:Ben"), QStringLiteral("is here"));
+    ASSERT_TRUE(relay.wait_for_frames(1));
+    EXPECT_EQ(relay.frames[0][QStringLiteral("payload")].toObject(),
+              (QJsonObject{{QStringLiteral("cmd"), QStringLiteral("orientation")},
+                           {QStringLiteral("orient"), QStringLiteral("LEFT")}}));
+    EXPECT_TRUE(wait_for_no_dialog());
+    EXPECT_TRUE(window.webSocket.is_connected()) << "only a close by hand ends the connection";
+    EXPECT_EQ(window.opponent.name, QStringLiteral("g:Ben"));
+    EXPECT_EQ(window.panStack->current_stacked_panel(), window.panPlay);
+}
+
+TEST_F(WindowConnectTest,
+       when_the_opponent_leaves_the_rally_ends_the_score_falls_and_a_dialog_waits) {
+    connect_paired();
+    window.me.countPoints = 2;
+    window.opponent.countPoints = 1;
+    window.on_start_stop();
+    relay.send_chat(QStringLiteral("bye"), QStringLiteral("g:Ben"), QStringLiteral("has left"));
+    ASSERT_TRUE(wait_for_dialog());
+    EXPECT_TRUE(has_line("BYE"));
+    EXPECT_FALSE(window.playField->is_state_PLAY());
+    EXPECT_TRUE(window.playField->is_state_CONNECTED1());
+    EXPECT_EQ(window.me.countPoints, 0U);
+    EXPECT_EQ(window.opponent.countPoints, 0U);
+    EXPECT_EQ(window.opponent.name, QString());
+    EXPECT_FALSE(window.buttonStart->isEnabled());
+}
+
+TEST_F(WindowConnectTest, an_unknown_word_of_chat_shows_its_line) {
+    connect_paired();
+    relay.send_chat(QStringLiteral("notice"), QStringLiteral("relay"),
+                    QStringLiteral("maintenance"));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [this] { return last_chat_line() == QStringLiteral("relay:maintenance"); }));
+    EXPECT_TRUE(window.playField->is_state_2_players());
+}
+
+TEST_F(WindowConnectTest, a_lost_connection_ends_the_rally_and_keeps_the_side) {
+    connect_paired();
+    window.on_switch_side();
+    window.me.countPoints = 4;
+    window.on_start_stop();
+    log.expect_error("GWebSocket error 1 => <The remote host closed the connection>");
+    relay.drop_client();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window.playField->is_state_offline(); }));
+    EXPECT_EQ(window.playField->state, 0U);
+    EXPECT_EQ(window.buttonStart->text(), QStringLiteral("start"));
+    EXPECT_EQ(window.me.countPoints, 0U);
+    EXPECT_EQ(window.me.name, QString());
+    EXPECT_EQ(window.playField->side, ORIENT2D::RIGHT);
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("vork2D/v5"));
+    EXPECT_EQ(window.editStatus->text(), QStringLiteral("0"));
+    std::vector<std::string> states;
+    for (const std::string& line : log.lines()) {
+        if (line.starts_with("STATE CHANGED")) {
+            states.push_back(line);
+        }
+    }
+    EXPECT_EQ(states, (std::vector<std::string>{
+                          "STATE CHANGED, states {CONNECTED1 | CONNECTED2 | PLAY}",
+                          "STATE CHANGED, states {CONNECTED2 | PLAY}",
+                          "STATE CHANGED, states {PLAY}", "STATE CHANGED, states {}"}))
+        << "each bit falls and is reported on its own";
+}
+
+TEST_F(WindowConnectTest, a_refused_attempt_leaves_the_dialog_on_its_form) {
+    window.on_dialog_connect();
+    ASSERT_FALSE(window.diaConn.isNull());
+    window.urlDevelopment = QStringLiteral("ws://127.0.0.1:1/ws/chat");
+    log.expect_error("GWebSocket error <Connection refused> - server running ?");
+    window.try_connect();
+    ASSERT_TRUE(wait_for_line("GWebSocket error <Connection refused> - server running ?"));
+    ASSERT_TRUE(wait_for_line("Window::disconnected"));
+    QCoreApplication::processEvents();
+    ASSERT_FALSE(window.diaConn.isNull());
+    EXPECT_EQ(window.diaConn->panStack->current_stacked_panel(), window.diaConn->panForm);
+}
+
+TEST_F(WindowConnectTest, try_connect_refuses_without_a_dialog_a_type_or_during_a_rally) {
+    log.expect_error("Window::try_connect, diaConn == nullptr, ?");
+    window.try_connect();
+    window.on_dialog_connect();
+    window.typeUrl = 0;
+    log.expect_error("Window::try_connect, typeUrl == TYPE_URL::NO_TYPE");
+    window.try_connect();
+    window.typeUrl = 2;
+    window.playField->set_state_RUN(true);
+    log.clear();
+    window.try_connect();
+    window.try_connect_via_cmd();
+    EXPECT_EQ(log.lines(), (std::vector<std::string>{
+                               "Window::try_connect - play mode - connection not possible",
+                               "Window::try_connect - play mode - connection not possible"}));
+}
+
+TEST_F(WindowConnectTest, the_dialog_is_filled_from_the_login) {
+    window.on_dialog_connect();
+    ASSERT_FALSE(window.diaConn.isNull());
+    EXPECT_EQ(window.diaConn->get_user(), QStringLiteral("Ann"));
+    EXPECT_EQ(window.diaConn->get_group(), QStringLiteral("g"));
+    EXPECT_EQ(window.diaConn->get_password(), QStringLiteral("secret"));
+    EXPECT_EQ(window.diaConn->get_url_type(), 1);
+    EXPECT_TRUE(has_line("host 'localhost'"));
+}
+
+TEST_F(WindowConnectTest, a_second_dialog_is_refused_with_a_warning) {
+    window.on_dialog_connect();
+    const auto* const first = window.diaConn.data();
+    log.clear();
+    window.on_dialog_connect();
+    window.on_dialog_already_connected();
+    EXPECT_EQ(window.diaConn.data(), first);
+    EXPECT_EQ(log.lines_with_level(),
+              (std::vector<std::string>{"DEB Window::on_dialog_connect",
+                                        "WRN Window::on_dialog_connect, diaConn ?",
+                                        "DEB Window::on_dialog_already_connected",
+                                        "WRN Window::on_dialog_connect, diaConn ?"}));
+}
+
+TEST_F(WindowConnectTest, connect_while_connected_asks_and_yes_disconnects) {
+    connect_paired();
+    window.on_dialog_connect();
+    ASSERT_NE(open_box(), nullptr);
+    EXPECT_EQ(open_box()->text(), QStringLiteral("Do you want to disconnect from Server/Player"));
+    answer(QMessageBox::No);
+    EXPECT_TRUE(window.webSocket.is_connected());
+    window.on_dialog_connect();
+    answer(QMessageBox::Yes);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window.playField->is_state_offline(); }));
+}
+
+TEST_F(WindowConnectTest, the_relay_can_be_reached_again_after_a_disconnect) {
+    connect_paired();
+    window.disconnect();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window.playField->is_state_offline(); }));
+    relay.frames.clear();
+    connect();
+    EXPECT_TRUE(window.playField->is_state_CONNECTED1());
+}
+
+}  // namespace
