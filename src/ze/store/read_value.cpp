@@ -4,7 +4,10 @@
 
 #include <QDataStream>
 #include <QMetaType>
+#include <QRect>
 #include <QStringList>
+
+#include <limits>
 
 namespace ze::store {
 
@@ -50,7 +53,6 @@ bool is_plain(quint32 typeId) {
         case QMetaType::QPointF:
         case QMetaType::QSize:
         case QMetaType::QSizeF:
-        case QMetaType::QRect:
         case QMetaType::QRectF:
         case QMetaType::QLine:
         case QMetaType::QLineF:
@@ -106,6 +108,21 @@ QVariant read_plain(QDataStream& stream, QMetaType type) {
     return value;
 }
 
+// QRect computes an extent as `last - first + 1` in int.
+bool is_extent(int first, int last) {
+    const qint64 distance = qint64{last} - first;
+    return distance >= std::numeric_limits<int>::min() &&
+           distance < std::numeric_limits<int>::max();
+}
+
+// The stream holds two corners, which may lie anywhere.
+QVariant read_rect(QDataStream& stream) {
+    QRect rect;
+    stream >> rect;
+    const bool fits = is_extent(rect.left(), rect.right()) && is_extent(rect.top(), rect.bottom());
+    return fits ? QVariant(rect) : corrupt(stream);
+}
+
 // Types that are not Qt's own are stored by name, with its closing zero byte.
 QVariant read_user_value(QDataStream& stream) {
     QByteArray name;
@@ -119,6 +136,8 @@ QVariant read_content(QDataStream& stream, quint32 typeId, int depth) {
     switch (typeId) {
         case QMetaType::UnknownType:
             return {};
+        case QMetaType::QRect:
+            return read_rect(stream);
         case QMetaType::QStringList:
             return read_string_list(stream);
         case QMetaType::QVariantList:

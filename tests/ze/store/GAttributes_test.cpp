@@ -12,6 +12,8 @@
 #include <QUrl>
 #include <QUuid>
 
+#include <limits>
+
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -259,6 +261,11 @@ INSTANTIATE_TEST_SUITE_P(
         StoredRow{"bytes", QByteArray("ab"), "00 00 00 0c 00 00 00 00 02 61 62"},
         StoredRow{"rect", QRect(1, 2, 3, 4),
                   "00 00 00 13 00 00 00 00 01 00 00 00 02 00 00 00 03 00 00 00 05"},
+        StoredRow{"widest_rect",
+                  QRect(QPoint(0, 0), QPoint(std::numeric_limits<int>::max() - 1, 0)),
+                  "00 00 00 13 00 00 00 00 00 00 00 00 00 7f ff ff fe 00 00 00 00"},
+        StoredRow{"empty_rect", QRect(),
+                  "00 00 00 13 00 00 00 00 00 00 00 00 00 ff ff ff ff ff ff ff ff"},
         StoredRow{"rectf", QRectF(1, 2, 3, 4),
                   "00 00 00 14 00 3f f0 00 00 00 00 00 00 40 00 00 00 00 00 00 00 40 08 00 00 00 "
                   "00 00 00 "
@@ -440,6 +447,15 @@ INSTANTIATE_TEST_SUITE_P(
         BrokenRow{"a_font", oneKey + QByteArray::fromHex("00001000 00 00000000"),
                   "GAttributes::from_stream, val read error!, at index:0"},
         BrokenRow{"a_picture", oneKey + QByteArray::fromHex("00001006 00 00000001"),
+                  "GAttributes::from_stream, val read error!, at index:0"},
+        BrokenRow{"a_rectangle_wider_than_int",
+                  oneKey + QByteArray::fromHex("00000013 00 80000000 00000000 00000000 00000000"),
+                  "GAttributes::from_stream, val read error!, at index:0"},
+        BrokenRow{"a_rectangle_narrower_than_int",
+                  oneKey + QByteArray::fromHex("00000013 00 00000001 00000000 80000000 00000000"),
+                  "GAttributes::from_stream, val read error!, at index:0"},
+        BrokenRow{"a_rectangle_higher_than_int",
+                  oneKey + QByteArray::fromHex("00000013 00 00000000 fffffffe 00000000 7fffffff"),
                   "GAttributes::from_stream, val read error!, at index:0"},
         BrokenRow{"lists_in_lists_100000_deep", nested_lists(100000),
                   "GAttributes::from_stream, val read error!, at index:0"},
