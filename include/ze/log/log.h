@@ -35,14 +35,13 @@ enum LOG_LEVEL : unsigned {
     NOP = 5,  ///< as threshold: nothing passes
 };
 
-extern std::atomic<unsigned> currentLevel;
-extern std::atomic<bool> flagConfigured;
+/// Lines of this level and above are dropped. One word, so that a line that is dropped costs one
+/// comparison.
+extern std::atomic<unsigned> firstDroppedLevel;
 
 /// True if a line of this level would be written. Before `configure` every line is.
 [[nodiscard]] inline bool is_on(LOG_LEVEL level) noexcept {
-    const unsigned threshold = currentLevel.load(std::memory_order_relaxed);
-    return (level <= threshold && threshold != NOP) ||
-           !flagConfigured.load(std::memory_order_acquire);
+    return level < firstDroppedLevel.load(std::memory_order_relaxed);
 }
 
 /// Hands the text to every enabled appender. Before `configure` it goes straight to the standard

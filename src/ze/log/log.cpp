@@ -12,6 +12,7 @@
 
 #include <clocale>
 #include <iostream>
+#include <limits>
 #include <set>
 
 namespace ze {
@@ -26,15 +27,16 @@ std::string get_build_timestamp() {
 
 namespace ze::log {
 
-std::atomic<unsigned> currentLevel = DEBUG;
-std::atomic<bool> flagConfigured = false;
+std::atomic<unsigned> firstDroppedLevel = std::numeric_limits<unsigned>::max();
 
 namespace {
 
 constexpr unsigned CONSOLE_CONTROL = 0x1003FE;  // enabled, all columns, time of day in microseconds
 constexpr unsigned DIGITS_MOBILE = 3;
 
+std::atomic<unsigned> currentLevel = DEBUG;
 std::atomic<unsigned> defaultLevel = DEBUG;
+std::atomic<bool> flagConfigured = false;
 std::atomic<bool> flagGuiApp = false;
 
 // Guarded by mutexWorker. The set is never destroyed: the last objects of a program still log while
@@ -52,7 +54,17 @@ void store_level(unsigned level) {
         std::cout << "set_log_level out of range 0-4, level:" << level << " ?\n" << std::flush;
         return;
     }
+    const std::lock_guard lock(mutexWorker);
     currentLevel = level;
+    if (flagConfigured) {
+        firstDroppedLevel = level + 1;
+    }
+}
+
+void start_filtering() {
+    const std::lock_guard lock(mutexWorker);
+    flagConfigured = true;
+    firstDroppedLevel = currentLevel + 1;
 }
 
 void read_level(int argc, char** argv) {
@@ -104,7 +116,7 @@ void configure(int argc, char** argv, bool gui_app) {
     if (os::is_mobile()) {
         set_log_digits(DIGITS_MOBILE);
     }
-    flagConfigured = true;
+    start_filtering();
 }
 
 void configure() {

@@ -20,13 +20,12 @@ constexpr unsigned LARGEST_NUMBER_WIDTH = 64;
 constexpr std::size_t USUAL_PREFIX = 64;
 constexpr std::size_t TIME_BUFFER = 512;
 
-const std::string sFormatTimeSimple = "%H:%M:%S";
+constexpr const char* sFormatTimeSimple = "%H:%M:%S";
 
 std::atomic<std::uint32_t> digits = 6;
 std::atomic<std::int64_t> mcStart = 0;
 
-std::string time_of_day(unsigned long long mc, const std::string& format) {
-    const auto seconds = static_cast<std::time_t>(time::get_seconds(mc));
+std::string strftime_local(std::time_t seconds, const std::string& format) {
     std::tm local{};
     std::array<char, TIME_BUFFER> buffer;
     if (localtime_r(&seconds, &local) == nullptr ||
@@ -34,6 +33,22 @@ std::string time_of_day(unsigned long long mc, const std::string& format) {
         return {};
     }
     return buffer.data();
+}
+
+// Kept for the second that it stays the same: the calendar costs more than the rest of a line.
+std::string time_of_day(std::time_t seconds, const std::string& format) {
+    struct Last {
+        std::time_t seconds = 0;
+        std::string format;
+        std::string text;
+    };
+    static std::mutex mutex;
+    static Last& last = *new Last;  // never destroyed: the last objects of a program still log
+    const std::lock_guard lock(mutex);
+    if (last.seconds != seconds || last.format != format) {
+        last = {seconds, format, strftime_local(seconds, format)};
+    }
+    return last.text;
 }
 
 std::string fraction_of_second(unsigned long long mc, time::FORM_SECOND form) {
@@ -95,7 +110,8 @@ std::string get_time_stamp(bool absolute, const std::string& format, time::FORM_
         return time::formatMicrosecond_as_Hour_compact_mc(get_time_since_start(), form);
     }
     const unsigned long long now = time::get_micro_seconds();
-    return time_of_day(now, format) + fraction_of_second(now, form);
+    const auto seconds = static_cast<std::time_t>(time::get_seconds(now));
+    return time_of_day(seconds, format) + fraction_of_second(now, form);
 }
 
 unsigned long long get_time_since_start() {
