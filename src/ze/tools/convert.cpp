@@ -35,11 +35,11 @@ std::optional<std::array<int, COUNT>> read_numbers(const QString& text) {
     return numbers;
 }
 
-// A rectangle keeps its right and bottom pixel in an int.
+// What a rectangle computes in int between its position, its size and its last pixel.
 bool is_in_range(int start, int length) noexcept {
     using Limits = std::numeric_limits<int>;
-    const long long last = static_cast<long long>(start) + length - 1;
-    return last >= Limits::min() && last <= Limits::max();
+    const long long end = static_cast<long long>(start) + length;
+    return end <= Limits::max() && end > Limits::min() && length > Limits::min();
 }
 
 std::string joined(const QByteArray& bytes) {

@@ -79,11 +79,12 @@ TEST(convert, reads_a_rectangle_of_position_and_size_or_gives_the_fallback) {
         {"plain", "1,2,3,4", {1, 2, 3, 4}},
         {"blanks around", " 1, 2 ,3 , 4 ", {1, 2, 3, 4}},
         {"no area", "1,2,0,-1", {1, 2, 0, -1}},
-        {"up to the last pixel", "2147483647,0,1,1", {INT_HIGHEST, 0, 1, 1}},
+        {"up to the last pixel", "2147483646,0,1,1", {INT_HIGHEST - 1, 0, 1, 1}},
         {"three parts", "1,2,3", fallback},
         {"five parts", "1,2,3,4,5", fallback},
         {"a word", "1,2,3,x", fallback},
-        {"right edge beyond 32 bits", "2147483647,0,2,1", fallback},
+        {"right edge beyond 32 bits", "2147483646,0,2,1", fallback},
+        {"width of the lowest number", "10,0,-2147483648,1", fallback},
         {"bottom edge beyond 32 bits", "0,-2147483648,1,0", fallback},
     };
     for (const RectRow& row : rows) {
