@@ -21,7 +21,7 @@ public:
 protected:
     ~ColorSetter() = default;
 
-private:
+    // How the widget looked before: for a derived class that wants to put it back.
     QWidget* colorTarget;
     std::optional<QPalette> palSaved;
     std::optional<bool> flagAutoFillSaved;

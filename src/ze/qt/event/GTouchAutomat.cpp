@@ -34,9 +34,9 @@ void GTouchAutomat::process_event(QEvent* ev) {
     if (points.isEmpty()) {
         reset_state();
     } else if (points.size() == 1) {
-        handle_one_finger(points[0].position());
+        handle_one_finger(points[0].scenePosition());
     } else {
-        handle_two_finger(points[0].position(), points[1].position());
+        handle_two_finger(points[0].scenePosition(), points[1].scenePosition());
     }
 }
 

@@ -1,0 +1,58 @@
+#include "ze/qt/components/GDock.h"
+
+#include "support/LogCapture.h"
+
+#include <string>
+#include <vector>
+
+using ze::qt::GDock;
+
+TEST(GDock, areas_and_features_have_their_words) {
+    EXPECT_EQ(GDock::dock_area_to_string(Qt::LeftDockWidgetArea), "Left");
+    EXPECT_EQ(GDock::dock_area_to_string(Qt::RightDockWidgetArea), "Right");
+    EXPECT_EQ(GDock::dock_area_to_string(Qt::TopDockWidgetArea), "Top");
+    EXPECT_EQ(GDock::dock_area_to_string(Qt::BottomDockWidgetArea), "Bottom");
+    EXPECT_EQ(GDock::dock_area_to_string(Qt::NoDockWidgetArea), "None");
+    EXPECT_EQ(GDock::dock_area_to_string(Qt::AllDockWidgetAreas), "Unknown");
+    EXPECT_EQ(GDock::features_to_string(QDockWidget::NoDockWidgetFeatures), "NoDockWidgetFeatures");
+    EXPECT_EQ(
+        GDock::features_to_string(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable |
+                                  QDockWidget::DockWidgetFloatable),
+        "Closable | Movable | Floatable");
+    EXPECT_EQ(GDock::features_to_string(QDockWidget::DockWidgetFloatable), "Floatable");
+}
+
+TEST(GDock, each_signal_is_logged_and_reaches_its_listener) {
+    test::LogCapture log;
+    log.ignore("Listener::~Listener");
+    GDock dock(QStringLiteral("Dock"));
+    std::vector<std::string> calls;
+    dock.allowed_areas_listener += [&calls](const Qt::DockWidgetAreas&) {
+        calls.emplace_back("areas");
+    };
+    dock.location_listener += [&calls](const Qt::DockWidgetArea&) {
+        calls.emplace_back("location");
+    };
+    dock.features_listener += [&calls](const QDockWidget::DockWidgetFeatures&) {
+        calls.emplace_back("features");
+    };
+    dock.top_level_listener += [&calls](const bool&) {
+        calls.emplace_back("top level");
+    };
+    dock.visibility_listener += [&calls](const bool&) {
+        calls.emplace_back("visibility");
+    };
+
+    dock.setAllowedAreas(Qt::LeftDockWidgetArea);
+    Q_EMIT dock.dockLocationChanged(Qt::LeftDockWidgetArea);
+    dock.setFeatures(QDockWidget::DockWidgetClosable);
+    Q_EMIT dock.topLevelChanged(true);
+    Q_EMIT dock.visibilityChanged(false);
+
+    EXPECT_EQ(calls, (std::vector<std::string>{"areas", "location", "features", "top level",
+                                               "visibility"}));
+    EXPECT_EQ(
+        log.lines_with_level(),
+        (std::vector<std::string>{"DEB dockLocationChanged: Left", "DEB featuresChanged: Closable",
+                                  "DEB topLevelChanged: true", "DEB visibilityChanged: false"}));
+}
