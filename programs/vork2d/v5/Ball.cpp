@@ -5,10 +5,6 @@
 
 namespace vork2d::v5 {
 
-ze::math::Rect Ball::rect() const noexcept {
-    return {pos.x - size / 2, pos.y - size / 2, size, size};
-}
-
 void Ball::draw(ze::qt::GPC& gpc) const {
     gpc.fill_rect(rect(), Qt::white);
 }

@@ -22,7 +22,9 @@ struct Ball {
     float size = rules::BALL_SIZE;    ///< edge of the square, field units
     float travelDistance = 0;         ///< covered in the current rally, field units
 
-    [[nodiscard]] ze::math::Rect rect() const noexcept;
+    [[nodiscard]] ze::math::Rect rect() const noexcept {
+        return {pos.x - size / 2, pos.y - size / 2, size, size};
+    }
     void draw(ze::qt::GPC& gpc) const;
 
     [[nodiscard]] bool is_dir_left() const noexcept { return 0 > dir.x; }

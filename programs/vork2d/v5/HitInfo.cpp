@@ -1,11 +1,6 @@
 #include "HitInfo.h"
 
 #include "ze/log/pp.h"
-#include "ze/tools/format.h"
-
-#include "rules.h"
-
-#include <cmath>
 
 namespace vork2d::v5 {
 
@@ -25,26 +20,14 @@ std::string to_string(HIT_TYPE type) {
     return ze::str::xprintF(0, "hitType:$ is unknown", static_cast<unsigned>(type));
 }
 
-HitInfo HitInfo::hit_vertical(HIT_TYPE type, glm::vec2 ptStart, glm::vec2 ptEnd, float x,
-                              float yMin, float yMax) {
-    if (yMin > yMax) {
-        ze::pp_format(ze::log::ERROR, 0, "HitInfo::hit_vertical invalid params: yMin:$ > yMax:$",
-                      yMin, yMax);
-        return {};
-    }
-    const float dx = ptEnd.x - ptStart.x;
-    if (rules::EPS > std::fabs(dx)) {
-        return {};
-    }
-    const float t = (x - ptStart.x) / dx;
-    if (0 > t || t > 1) {
-        return {};
-    }
-    const float y = (ptEnd.y - ptStart.y) * t + ptStart.y;
-    if (yMin > y || y > yMax) {
-        return {};
-    }
-    return {type, t, {dx * t + ptStart.x, y}};
+void HitInfo::report_upside_down(float yMin, float yMax) {
+    ze::pp_format(ze::log::ERROR, 0, "HitInfo::hit_vertical invalid params: yMin:$ > yMax:$", yMin,
+                  yMax);
 }
 
 }  // namespace vork2d::v5
+
+template <>
+void ze::obj_to_stream(std::stringstream& out, const vork2d::v5::HIT_TYPE& type) {
+    out << to_string(type);
+}

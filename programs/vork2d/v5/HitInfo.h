@@ -1,6 +1,11 @@
 // The earliest contact of the ball's motion with a wall or a paddle. Only the frame step uses it.
 #pragma once
 
+#include "ze/tools/format.h"
+
+#include "rules.h"
+
+#include <cmath>
 #include <string>
 
 #include <glm/vec2.hpp>
@@ -15,7 +20,8 @@ enum HIT_TYPE : unsigned {
     HIT_PADDLE_RIGHT = 4,
 };
 
-/// The enumerator's text; a number beyond the enumeration is named as unknown.
+/// The enumerator's text; a number beyond the enumeration is named as unknown. The formatter prints
+/// a type so.
 [[nodiscard]] std::string to_string(HIT_TYPE type);
 
 struct HitInfo {
@@ -28,6 +34,36 @@ struct HitInfo {
     /// flat in x to count; yMin above yMax is reported.
     [[nodiscard]] static HitInfo hit_vertical(HIT_TYPE type, glm::vec2 ptStart, glm::vec2 ptEnd,
                                               float x, float yMin, float yMax);
+
+private:
+    static void report_upside_down(float yMin, float yMax);
 };
 
+// Inline: the frame step asks for it with every sub-step.
+inline HitInfo HitInfo::hit_vertical(HIT_TYPE type, glm::vec2 ptStart, glm::vec2 ptEnd, float x,
+                                     float yMin, float yMax) {
+    if (yMin > yMax) {
+        report_upside_down(yMin, yMax);
+        return {};
+    }
+    const float dx = ptEnd.x - ptStart.x;
+    if (rules::EPS > std::fabs(dx)) {
+        return {};
+    }
+    const float t = (x - ptStart.x) / dx;
+    if (0 > t || t > 1) {
+        return {};
+    }
+    const float y = (ptEnd.y - ptStart.y) * t + ptStart.y;
+    if (yMin > y || y > yMax) {
+        return {};
+    }
+    return {type, t, {dx * t + ptStart.x, y}};
+}
+
 }  // namespace vork2d::v5
+
+namespace ze {
+template <>
+void obj_to_stream(std::stringstream& out, const vork2d::v5::HIT_TYPE& type);
+}

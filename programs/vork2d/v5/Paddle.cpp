@@ -4,10 +4,6 @@
 
 namespace vork2d::v5 {
 
-ze::math::Rect Paddle::rect() const noexcept {
-    return {pos.x - size.width / 2, pos.y - size.height / 2, size.width, size.height};
-}
-
 void Paddle::draw(ze::qt::GPC& gpc) const {
     gpc.fill_rect(rect(), color);
 }

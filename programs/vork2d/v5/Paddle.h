@@ -24,7 +24,9 @@ struct Paddle {
     std::string name;  ///< "LEFT" or "RIGHT", for the log
     QColor color = Qt::white;
 
-    [[nodiscard]] ze::math::Rect rect() const noexcept;
+    [[nodiscard]] ze::math::Rect rect() const noexcept {
+        return {pos.x - size.width / 2, pos.y - size.height / 2, size.width, size.height};
+    }
     void draw(ze::qt::GPC& gpc) const;
 };
 

@@ -45,42 +45,6 @@ PlayField::PlayField(float w, float h, ze::net::IConnectionState& theConnection)
 
 PlayField::~PlayField() = default;
 
-float PlayField::field_width() const noexcept {
-    return get_view_size().width;
-}
-
-float PlayField::field_height() const noexcept {
-    return get_view_size().height;
-}
-
-float PlayField::left() const noexcept {
-    return -0.5f * field_width();
-}
-
-float PlayField::right() const noexcept {
-    return 0.5f * field_width();
-}
-
-float PlayField::top() const noexcept {
-    return 0.5f * field_height();
-}
-
-float PlayField::bottom() const noexcept {
-    return -0.5f * field_height();
-}
-
-bool PlayField::is_ball_beyond_left() const noexcept {
-    return left() > ball.pos.x + ball.size * 0.5f;
-}
-
-bool PlayField::is_ball_beyond_right() const noexcept {
-    return ball.pos.x - ball.size * 0.5f > right();
-}
-
-bool PlayField::is_out_of_field() const noexcept {
-    return is_ball_beyond_left() || is_ball_beyond_right();
-}
-
 bool PlayField::is_left_side() const noexcept {
     return ze::math::ORIENT2D::is_left(side);
 }

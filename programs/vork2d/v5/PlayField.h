@@ -70,15 +70,21 @@ public:
     [[nodiscard]] bool is_state_offline() const noexcept;
     [[nodiscard]] bool is_state_2_players() const noexcept;
 
-    [[nodiscard]] float left() const noexcept;
-    [[nodiscard]] float right() const noexcept;
-    [[nodiscard]] float top() const noexcept;
-    [[nodiscard]] float bottom() const noexcept;
+    [[nodiscard]] float left() const noexcept { return -0.5f * field_width(); }
+    [[nodiscard]] float right() const noexcept { return 0.5f * field_width(); }
+    [[nodiscard]] float top() const noexcept { return 0.5f * field_height(); }
+    [[nodiscard]] float bottom() const noexcept { return -0.5f * field_height(); }
 
     /// Whether the whole ball is past the field's edge.
-    [[nodiscard]] bool is_ball_beyond_left() const noexcept;
-    [[nodiscard]] bool is_ball_beyond_right() const noexcept;
-    [[nodiscard]] bool is_out_of_field() const noexcept;
+    [[nodiscard]] bool is_ball_beyond_left() const noexcept {
+        return left() > ball.pos.x + ball.size * 0.5f;
+    }
+    [[nodiscard]] bool is_ball_beyond_right() const noexcept {
+        return ball.pos.x - ball.size * 0.5f > right();
+    }
+    [[nodiscard]] bool is_out_of_field() const noexcept {
+        return is_ball_beyond_left() || is_ball_beyond_right();
+    }
 
     [[nodiscard]] bool is_left_side() const noexcept;
 
@@ -179,8 +185,8 @@ private:
     struct FrameMotion;
     enum class STEP : bool { END_FRAME, GO_ON };
 
-    [[nodiscard]] float field_width() const noexcept;
-    [[nodiscard]] float field_height() const noexcept;
+    [[nodiscard]] float field_width() const noexcept { return get_view_size().width; }
+    [[nodiscard]] float field_height() const noexcept { return get_view_size().height; }
 
     void set_velocity();
     void serve(ze::math::ORIENT2D::Type sideStart);
@@ -193,7 +199,7 @@ private:
     [[nodiscard]] glm::vec2 bounce_wall(const HitInfo& hit, glm::vec2 vRest);
     [[nodiscard]] glm::vec2 bounce_paddle(const Paddle& paddle, const HitInfo& hit, glm::vec2 vRest,
                                           unsigned cGuard);
-    void check_exit(glm::vec2 posBefore);
+    void on_exit(glm::vec2 posBefore);
     void cut_at_edge(glm::vec2 posBefore, bool beyondLeft);
     [[nodiscard]] std::optional<glm::vec2> exit_point(glm::vec2 posBefore, float xHit) const;
 

@@ -21,13 +21,34 @@
 
 namespace vork2d::v5 {
 
-using ze::pp_format;
 using ze::log::DEBUG;
 using ze::log::ERROR;
 
 namespace {
 
 constexpr unsigned INDENT_SUB_STEP = 4;  // blanks before a log line of a sub-step
+
+template <typename... Args>
+[[gnu::noinline]] void write_line(ze::log::LOG_LEVEL level, unsigned indent, const char* format,
+                                  Args... args) {
+    ze::pp_format(level, indent, format, args...);
+}
+
+// A line of the frame step. The values go on as copies, so that a step whose lines are not shown
+// keeps its numbers in registers.
+template <typename... Args>
+inline void show_line(ze::log::LOG_LEVEL level, unsigned indent, const char* format,
+                      const Args&... args) {
+    if (ze::log::is_on(level)) {
+        write_line(level, indent, format, args...);
+    }
+}
+
+// Whether a motion counts, by its length; the root is left out where it cannot matter.
+inline bool is_flown(glm::vec2 motion) {
+    const float squared = glm::dot(motion, motion);
+    return squared > 1 || std::sqrt(squared) > rules::EPS;
+}
 
 }  // namespace
 
@@ -39,93 +60,10 @@ struct PlayField::FrameMotion {
     bool oneHit = false;
 };
 
-void PlayField::on_timer(unsigned long long msNow) {
-    if (!is_state_PLAY()) {
-        listenerFps.fire_event(0);
-        return;
-    }
-    const unsigned long long last = tmLastFrame;
-    tmLastFrame = msNow;
-    if (last == 0 || msNow == last) {
-        return;
-    }
-    next_frame(static_cast<float>(msNow - last) / rules::MS_PER_SECOND);
-    update();
-}
+// The parts of a step are inline and stand before the whole: a frame in free flight is a handful of
+// nanoseconds and should cost no calls.
 
-void PlayField::next_frame(float dt) {
-    if (0 >= dt) {
-        pp_format(ERROR, 0, "PlayField::next_frame, invalid dt:$", dt);
-        return;
-    }
-    const float stepLength = dt * ball.velocity;
-    if (rules::EPS >= stepLength) {
-        return;
-    }
-    ball.travelDistance += stepLength;
-    const glm::vec2 vStep = ball.dir * stepLength;
-    if (!flagMaster) {
-        ball.pos += vStep;
-        return;
-    }
-    FrameMotion motion{ball.pos, ball.pos, vStep};
-    STEP next = STEP::GO_ON;
-    while (next == STEP::GO_ON && glm::length(motion.vRemain) > rules::EPS) {
-        next = sub_step(motion);
-    }
-    if (motion.oneHit && connection.is_connected()) {
-        // Once, after the whole motion: what goes out is the ball at the end of the frame.
-        pp_format(DEBUG, 0, "ONE HIT, ball:$", ball);
-        listenerBallHit.fire_event(ze::NO_PAYLOAD{});
-    }
-    check_exit(motion.posBefore);
-}
-
-PlayField::STEP PlayField::sub_step(FrameMotion& motion) {
-    ++motion.cGuard;
-    if (motion.cGuard >= rules::GUARD_LIMIT) {
-        pp_format(ERROR, 0, "PlayField::next_frame, guard break, cGuard:$, ball.pos:$, vRemain:$",
-                  motion.cGuard, ball.pos, motion.vRemain);
-        return STEP::END_FRAME;
-    }
-    motion.posBefore = motion.ptStart;
-    const glm::vec2 ptEnd = motion.ptStart + motion.vRemain;
-    const HitInfo hitBest = find_hit(motion, ptEnd);
-    if (hitBest.type == HIT_NONE) {
-        ball.pos = ptEnd;
-        return STEP::END_FRAME;
-    }
-    if (0 > hitBest.t || hitBest.t > 1) {
-        pp_format(ERROR, 0,
-                  "PlayField::next_frame, invalid hitBest.t:$, ball.pos:$, ptStart:$, ptEnd:$",
-                  hitBest.t, ball.pos, motion.ptStart, ptEnd);
-        ball.pos = ptEnd;
-        return STEP::END_FRAME;
-    }
-    const glm::vec2 vHit = motion.vRemain * hitBest.t;
-    if (rules::EPS >= glm::length(vHit)) {
-        pp_format(ERROR, 0,
-                  "PlayField::next_frame, zero-length hit step, type:$, t:$, ball.pos:$, ptHit:$",
-                  to_string(hitBest.type), hitBest.t, ball.pos, hitBest.pt);
-        return STEP::END_FRAME;
-    }
-    ball.pos = hitBest.pt;
-    motion.vRemain = bounce(hitBest, motion.vRemain - vHit, motion.cGuard);
-    motion.ptStart = ball.pos;
-    motion.oneHit = true;
-    pp_format(DEBUG, INDENT_SUB_STEP, "PlayField::next_frame, vRemain:$", motion.vRemain);
-    return STEP::GO_ON;
-}
-
-HitInfo PlayField::find_hit(const FrameMotion& motion, glm::vec2 ptEnd) const {
-    const HitInfo wall = find_wall_hit(motion, ptEnd);
-    const HitInfo paddle = find_paddle_hit(motion, ptEnd);
-    const bool paddleFirst =
-        paddle.type != HIT_NONE && (wall.type == HIT_NONE || wall.t > paddle.t);
-    return paddleFirst ? paddle : wall;
-}
-
-HitInfo PlayField::find_wall_hit(const FrameMotion& motion, glm::vec2 ptEnd) const {
+inline HitInfo PlayField::find_wall_hit(const FrameMotion& motion, glm::vec2 ptEnd) const {
     const glm::vec2 ptStart = motion.ptStart;
     // From the rounded end point: this is the way that the ball really takes.
     const float dy = ptEnd.y - ptStart.y;
@@ -146,7 +84,7 @@ HitInfo PlayField::find_wall_hit(const FrameMotion& motion, glm::vec2 ptEnd) con
     return hit;
 }
 
-HitInfo PlayField::find_paddle_hit(const FrameMotion& motion, glm::vec2 ptEnd) const {
+inline HitInfo PlayField::find_paddle_hit(const FrameMotion& motion, glm::vec2 ptEnd) const {
     const float radius = ball.size * 0.5f;
     if (motion.vRemain.x < 0) {
         const ze::math::Rect r = paddleLeft.rect();
@@ -161,7 +99,43 @@ HitInfo PlayField::find_paddle_hit(const FrameMotion& motion, glm::vec2 ptEnd) c
     return {};
 }
 
-glm::vec2 PlayField::bounce(const HitInfo& hit, glm::vec2 vRest, unsigned cGuard) {
+inline HitInfo PlayField::find_hit(const FrameMotion& motion, glm::vec2 ptEnd) const {
+    const HitInfo wall = find_wall_hit(motion, ptEnd);
+    const HitInfo paddle = find_paddle_hit(motion, ptEnd);
+    const bool paddleFirst =
+        paddle.type != HIT_NONE && (wall.type == HIT_NONE || wall.t > paddle.t);
+    return paddleFirst ? paddle : wall;
+}
+
+inline glm::vec2 PlayField::bounce_wall(const HitInfo& hit, glm::vec2 vRest) {
+    play_sound(sounds::WALL_HIT);
+    show_line(DEBUG, 0, "PlayField::next_frame, HIT $, ball: {$}", hit.type, ball);
+    ball.dir.y = -ball.dir.y;
+    return {vRest.x, -vRest.y};
+}
+
+inline glm::vec2 PlayField::bounce_paddle(const Paddle& paddle, const HitInfo& hit, glm::vec2 vRest,
+                                          unsigned cGuard) {
+    play_sound(sounds::PADDLE_HIT);
+    // The collision line reaches a radius beyond the paddle's ends: hits there count as at the end.
+    const float rel =
+        std::clamp((hit.pt.y - paddle.pos.y) / (paddle.size.height * 0.5f), -1.0f, 1.0f);
+    show_line(DEBUG, 0, "PlayField::next_frame, HIT $, ball.pos:$, rel:$", paddle.name, ball.pos,
+              rel);
+    const glm::vec2 dirOld = ball.dir;
+    ball.dir.x = -dirOld.x;
+    if (std::fabs(rel) > rules::DEAD_ZONE) {
+        const float live = rel > 0 ? rel - rules::DEAD_ZONE : rel + rules::DEAD_ZONE;
+        const float a = live / rules::LIVE_RANGE;
+        const float y = a * rules::DEFLECTION + dirOld.y;
+        const float len = std::sqrt(y * y + dirOld.x * dirOld.x);
+        ball.dir = {-dirOld.x / len, y / len};
+    }
+    show_line(DEBUG, 0, "PlayField::next_frame, cGuard:$, after calc, ball:$", cGuard, ball);
+    return ball.dir * glm::length(vRest);
+}
+
+inline glm::vec2 PlayField::bounce(const HitInfo& hit, glm::vec2 vRest, unsigned cGuard) {
     switch (hit.type) {
         case HIT_PADDLE_LEFT:
             ++playStats.hitsPaddleLeft;
@@ -179,39 +153,88 @@ glm::vec2 PlayField::bounce(const HitInfo& hit, glm::vec2 vRest, unsigned cGuard
     return bounce_wall(hit, vRest);
 }
 
-glm::vec2 PlayField::bounce_wall(const HitInfo& hit, glm::vec2 vRest) {
-    play_sound(sounds::WALL_HIT);
-    pp_format(DEBUG, 0, "PlayField::next_frame, HIT $, ball: {$}", to_string(hit.type), ball);
-    ball.dir.y = -ball.dir.y;
-    return {vRest.x, -vRest.y};
-}
-
-glm::vec2 PlayField::bounce_paddle(const Paddle& paddle, const HitInfo& hit, glm::vec2 vRest,
-                                   unsigned cGuard) {
-    play_sound(sounds::PADDLE_HIT);
-    // The collision line reaches a radius beyond the paddle's ends: hits there count as at the end.
-    const float rel =
-        std::clamp((hit.pt.y - paddle.pos.y) / (paddle.size.height * 0.5f), -1.0f, 1.0f);
-    pp_format(DEBUG, 0, "PlayField::next_frame, HIT $, ball.pos:$, rel:$", paddle.name, ball.pos,
-              rel);
-    const glm::vec2 dirOld = ball.dir;
-    ball.dir.x = -dirOld.x;
-    if (std::fabs(rel) > rules::DEAD_ZONE) {
-        const float live = rel > 0 ? rel - rules::DEAD_ZONE : rel + rules::DEAD_ZONE;
-        const float a = live / rules::LIVE_RANGE;
-        const float y = a * rules::DEFLECTION + dirOld.y;
-        const float len = std::sqrt(y * y + dirOld.x * dirOld.x);
-        ball.dir = {-dirOld.x / len, y / len};
+inline PlayField::STEP PlayField::sub_step(FrameMotion& motion) {
+    ++motion.cGuard;
+    if (motion.cGuard >= rules::GUARD_LIMIT) {
+        show_line(ERROR, 0, "PlayField::next_frame, guard break, cGuard:$, ball.pos:$, vRemain:$",
+                  motion.cGuard, ball.pos, motion.vRemain);
+        return STEP::END_FRAME;
     }
-    pp_format(DEBUG, 0, "PlayField::next_frame, cGuard:$, after calc, ball:$", cGuard, ball);
-    return ball.dir * glm::length(vRest);
+    motion.posBefore = motion.ptStart;
+    const glm::vec2 ptEnd = motion.ptStart + motion.vRemain;
+    const HitInfo hitBest = find_hit(motion, ptEnd);
+    if (hitBest.type == HIT_NONE) {
+        ball.pos = ptEnd;
+        return STEP::END_FRAME;
+    }
+    if (0 > hitBest.t || hitBest.t > 1) {
+        show_line(ERROR, 0,
+                  "PlayField::next_frame, invalid hitBest.t:$, ball.pos:$, ptStart:$, ptEnd:$",
+                  hitBest.t, ball.pos, motion.ptStart, ptEnd);
+        ball.pos = ptEnd;
+        return STEP::END_FRAME;
+    }
+    const glm::vec2 vHit = motion.vRemain * hitBest.t;
+    if (rules::EPS >= glm::length(vHit)) {
+        show_line(ERROR, 0,
+                  "PlayField::next_frame, zero-length hit step, type:$, t:$, ball.pos:$, ptHit:$",
+                  hitBest.type, hitBest.t, ball.pos, hitBest.pt);
+        return STEP::END_FRAME;
+    }
+    ball.pos = hitBest.pt;
+    motion.vRemain = bounce(hitBest, motion.vRemain - vHit, motion.cGuard);
+    motion.ptStart = ball.pos;
+    motion.oneHit = true;
+    show_line(DEBUG, INDENT_SUB_STEP, "PlayField::next_frame, vRemain:$", motion.vRemain);
+    return STEP::GO_ON;
 }
 
-void PlayField::check_exit(glm::vec2 posBefore) {
-    const bool beyondLeft = is_ball_beyond_left();
-    if (!beyondLeft && !is_ball_beyond_right()) {
+void PlayField::next_frame(float dt) {
+    if (0 >= dt) {
+        show_line(ERROR, 0, "PlayField::next_frame, invalid dt:$", dt);
         return;
     }
+    const float stepLength = dt * ball.velocity;
+    if (rules::EPS >= stepLength) {
+        return;
+    }
+    ball.travelDistance += stepLength;
+    const glm::vec2 vStep = ball.dir * stepLength;
+    if (!flagMaster) {
+        ball.pos += vStep;
+        return;
+    }
+    FrameMotion motion{ball.pos, ball.pos, vStep};
+    STEP next = STEP::GO_ON;
+    while (next == STEP::GO_ON && is_flown(motion.vRemain)) {
+        next = sub_step(motion);
+    }
+    if (motion.oneHit && connection.is_connected()) {
+        // Once, after the whole motion: what goes out is the ball at the end of the frame.
+        show_line(DEBUG, 0, "ONE HIT, ball:$", ball);
+        listenerBallHit.fire_event(ze::NO_PAYLOAD{});
+    }
+    if (is_out_of_field()) {
+        on_exit(motion.posBefore);
+    }
+}
+
+void PlayField::on_timer(unsigned long long msNow) {
+    if (!is_state_PLAY()) {
+        listenerFps.fire_event(0);
+        return;
+    }
+    const unsigned long long last = tmLastFrame;
+    tmLastFrame = msNow;
+    if (last == 0 || msNow == last) {
+        return;
+    }
+    next_frame(static_cast<float>(msNow - last) / rules::MS_PER_SECOND);
+    update();
+}
+
+void PlayField::on_exit(glm::vec2 posBefore) {
+    const bool beyondLeft = is_ball_beyond_left();
     cut_at_edge(posBefore, beyondLeft);
     playStats.travelDistance = ball.travelDistance;
     playStats.msEnd = ze::time::get_milli_seconds();
@@ -230,16 +253,16 @@ void PlayField::cut_at_edge(glm::vec2 posBefore, bool beyondLeft) {
 
     ze::pp_empty();
     if (!ptExit) {
-        pp_format(DEBUG, 0, "BALL ON $ SIDE, ball.pos:$", sideText, ball.pos);
-        pp_format(ERROR, 0,
+        show_line(DEBUG, 0, "BALL ON $ SIDE, ball.pos:$", sideText, ball.pos);
+        show_line(ERROR, 0,
                   "PlayField::next_frame, BALL EXIT but no vertical cut found, posBefore:$, "
                   "ball.pos:$, xHit:$",
                   posBefore, ball.pos, xHit);
         return;
     }
-    pp_format(DEBUG, 0, "MASTER:$", flagMaster);
-    pp_format(DEBUG, 0, "BALL ON $ SIDE, ball.pos:$", sideText, ball.pos);
-    pp_format(DEBUG, 0, "BALL EXIT, ptExit:$", *ptExit);
+    show_line(DEBUG, 0, "MASTER:$", flagMaster);
+    show_line(DEBUG, 0, "BALL ON $ SIDE, ball.pos:$", sideText, ball.pos);
+    show_line(DEBUG, 0, "BALL EXIT, ptExit:$", *ptExit);
     ball.travelDistance -= glm::length(ball.pos - *ptExit);
 }
 
