@@ -1,13 +1,8 @@
 // The base of every main window: stored settings under an identity that survives restarts, a theme,
 // a central panel, an optional log panel, hotkeys, and layout events. A derived window supplies
 // ini(), which builds its panels.
-//
 // The order of a window's life: construct, setup(), show(), event loop, closeEvent, destroy.
-//
-// The source is split by subject: GMainWindow.cpp holds what is generated and looked up,
-// GMainWindow_life.cpp start, settings and end, GMainWindow_events.cpp Qt's events,
-// GMainWindow_theme.cpp theme and font, GMainWindow_log.cpp the log panel and its menu,
-// GMainWindow_hotkeys.cpp keys and what they call.
+// The source is split by subject: GMainWindow.cpp and its siblings with an underline.
 #pragma once
 
 #include "ze/qt/BaseWindow.h"
@@ -103,10 +98,6 @@ public:
     Listener<unsigned int> theme_listener;       ///< the palette changed; the window's theme
     std::function<void()> close_hook;            ///< first in closeEvent; may be empty
 
-protected:
-    store::GNode settingsNode;  ///< this window's settings
-
-public:
     std::function<void()> post_ini_hook;  ///< called by post_ini(); may be empty
 
     // --- life ----------------------------------------------------------------------------------
@@ -184,6 +175,8 @@ public:
     void gui_scale(GUISCALE direction);
 
 protected:
+    store::GNode settingsNode;  ///< this window's settings
+
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

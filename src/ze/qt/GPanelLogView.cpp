@@ -31,6 +31,7 @@ GPanelLogView::GPanelLogView() : GPanel(GLAYOUT::VERTICAL) {
     view = gen<GLogView>();
     ze::qt::set_growable(view);
     view->setFont(themes::get_mono_font());
+    view->setAccessibleName(QStringLiteral("Log"));
     log::add_log_appender(this);
 }
 
@@ -52,9 +53,10 @@ void GPanelLogView::log_string(unsigned counter, log::LOG_LEVEL level, const cha
         view->append_line(line, static_cast<int>(level));
         return;
     }
-    QMetaObject::invokeMethod(
-        view, [this, line, level] { view->append_line(line, static_cast<int>(level)); },
-        Qt::QueuedConnection);
+    const auto append = [target = view, line, level] {
+        target->append_line(line, static_cast<int>(level));
+    };
+    QMetaObject::invokeMethod(view, append, Qt::QueuedConnection);
 }
 
 void GPanelLogView::set_enabled(bool on) {

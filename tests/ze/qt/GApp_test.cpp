@@ -8,7 +8,10 @@
 
 #include "support/LogCapture.h"
 
+#include <QFile>
 #include <QMetaType>
+#include <QScreen>
+#include <QTemporaryDir>
 #include <QTouchEvent>
 
 #include <clocale>
@@ -258,6 +261,25 @@ TEST_F(WithApp, main_windows_are_found_among_the_top_level_widgets) {
     shown.show();
     EXPECT_EQ(GApp::get_windows(true), std::vector<GMainWindow*>{&shown});
     EXPECT_EQ(GApp::get_windows(false).size(), 2U);
+}
+
+TEST_F(WithApp, a_narrow_screen_gets_a_window_that_can_be_reached) {
+    QTemporaryDir folder;
+    QFile config(folder.filePath(QStringLiteral("screens.json")));
+    ASSERT_TRUE(config.open(QIODevice::WriteOnly));
+    config.write(R"({"screens":[{"name":"narrow","x":0,"y":0,"width":200,"height":900,)"
+                 R"("logicalDpi":96,"logicalBaseDpi":96,"dpr":1}]})");
+    config.close();
+    const QByteArray before = qgetenv("QT_QPA_PLATFORM");
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + config.fileName().toUtf8());
+    start({"--__bounds", "400,0,800,600"});
+    qputenv("QT_QPA_PLATFORM", before);
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    ASSERT_EQ(screen.size(), QSize(200, 900));
+    test::ProbeWindow window;
+    window.setup();
+    window.show();
+    EXPECT_TRUE(screen.contains(window.geometry().topLeft())) << window.x() << ',' << window.y();
 }
 
 // --- theme and touch -----------------------------------------------------------------------------

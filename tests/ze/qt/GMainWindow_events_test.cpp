@@ -7,6 +7,7 @@
 
 #include "support/LogCapture.h"
 
+#include <QAbstractButton>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
@@ -31,6 +32,7 @@ protected:
     ~WindowEvents() override { test::turn_event_loop(); }
 
     test::LogCapture log;
+    Lines fired;  // outlives the window, whose state may still change at its end
     ProbeWindow window;
 };
 
@@ -99,17 +101,16 @@ TEST_F(WindowEvents, resizes_are_traced) {
 // --- window state --------------------------------------------------------------------------------
 
 TEST_F(WindowEvents, each_window_state_fires_its_listener) {
-    Lines fired;
-    window.minimized_listener += [&fired] {
+    window.minimized_listener += [this] {
         fired.push_back("minimized");
     };
-    window.maximized_listener += [&fired] {
+    window.maximized_listener += [this] {
         fired.push_back("maximized");
     };
-    window.fullscreen_listener += [&fired] {
+    window.fullscreen_listener += [this] {
         fired.push_back("fullscreen");
     };
-    window.normal_state_listener += [&fired] {
+    window.normal_state_listener += [this] {
         fired.push_back("normal");
     };
     struct Row {

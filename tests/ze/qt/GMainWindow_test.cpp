@@ -399,8 +399,10 @@ TEST_F(MainWindow, a_widget_knows_its_main_window) {
 
 TEST_F(MainWindow, bars_and_docks_are_made) {
     ProbeWindow window;
-    EXPECT_EQ(window.gen_menu_bar(), window.menuBar());
-    EXPECT_EQ(window.gen_status_bar(), window.statusBar());
+    const GMenuBar* menuBar = window.gen_menu_bar();
+    const GStatusBar* statusBar = window.gen_status_bar();
+    EXPECT_EQ(window.menuBar(), menuBar);
+    EXPECT_EQ(window.statusBar(), statusBar);
     GDock* dock = window.gen_dock(QStringLiteral("tools"), QStringLiteral("Tools"),
                                   Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
     EXPECT_EQ(dock->objectName(), QStringLiteral("tools"));

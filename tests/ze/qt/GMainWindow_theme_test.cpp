@@ -136,6 +136,7 @@ TEST_F(WindowTheme, a_window_that_follows_the_application_has_its_palette) {
     EXPECT_EQ(stored_theme(), 3U);
     const QPalette before = QApplication::palette();
     themes::apply_the_theme(themes::DARK);
+    test::turn_event_loop();
     EXPECT_EQ(window.palette().color(QPalette::Window), QColor(0x35, 0x35, 0x35));
     QApplication::setPalette(before);
 }
