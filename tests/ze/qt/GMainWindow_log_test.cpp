@@ -246,6 +246,17 @@ TEST_F(WindowLog, the_menu_turns_the_log_on_and_opens_its_dialog) {
     EXPECT_EQ(told, std::vector<bool>{true});
 }
 
+TEST_F(WindowLog, the_menu_has_the_colours_of_its_window) {
+    window.set_theme(1, 0);
+    window.show();
+    window.on_menu_options();
+    auto* menu = window.findChild<GMenu*>();
+    const QColor dark = window.palette().color(QPalette::Window);
+    EXPECT_EQ(menu->palette().color(QPalette::Window), dark);
+    EXPECT_EQ(entry_of(menu, "Theme")->menu()->palette().color(QPalette::Window), dark);
+    menu->close();
+}
+
 TEST_F(WindowLog, the_menu_sets_the_theme) {
     window.show();
     window.on_menu_options();
