@@ -16,6 +16,10 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QPointer>
+#include <QPushButton>
+
+#include <algorithm>
+#include <set>
 
 #include <gtest/gtest.h>
 
@@ -161,6 +165,24 @@ TEST_F(WindowLog, the_icon_buttons_have_tips_and_names) {
     EXPECT_EQ(tips, (QStringList{QStringLiteral("Options"), QStringLiteral("Clears Log Panel"),
                                  QStringLiteral("copy to clipboard"),
                                  QStringLiteral("Creates a Debug Line")}));
+}
+
+TEST_F(WindowLog, every_control_can_be_reached_by_tab) {
+    window.log_panel_control_icons(window.panMain, QStringLiteral("^icons/wheel.svg"),
+                                   QStringLiteral("Options"));
+    window.on_logger();
+    ASSERT_TRUE(window.show_active());
+    std::set<const QWidget*> reached;
+    for (int i = 0; i < 20; ++i) {
+        QTest::keyClick(window.focusWidget() == nullptr ? &window : window.focusWidget(),
+                        Qt::Key_Tab);
+        reached.insert(window.focusWidget());
+    }
+    std::set<const QWidget*> controls = {panel->get_view()};
+    for (const auto* button : window.findChildren<QPushButton*>()) {
+        controls.insert(button);
+    }
+    EXPECT_EQ(reached, controls);
 }
 
 TEST_F(WindowLog, the_log_s_own_buttons_show_only_with_the_log) {
