@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QWheelEvent>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -189,6 +190,16 @@ TEST(GWidget, takes_the_theme_of_its_main_window) {
     QCoreApplication::processEvents();
     EXPECT_EQ(widget.get_main_window(), &window);
     EXPECT_EQ(widget.themes, std::vector<unsigned>{2});
+}
+
+TEST(GWidget, that_is_gone_when_the_event_loop_turns_learns_of_nothing) {
+    test::LogCapture log(ze::log::TRACE);
+    log.ignore("Listener::~Listener");
+    auto widget = std::make_unique<GWidget>(nullptr);
+    change_palette(*widget);
+    widget.reset();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(log.lines(), Texts{});
 }
 
 TEST(GWidget, other_changes_are_no_change_of_theme) {
