@@ -1,6 +1,7 @@
 // An include points down or sideways within its own layer. This reads every #include line of the
 // tree.
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace {
 
@@ -33,11 +35,13 @@ const std::vector<Layer>& layers() {
             {"ze_net", {"include/ze/net", "src/ze/net"}, {"ze_core", "ze_qt"}},
             {"relay", {"programs/relay"}, {}},
         };
-        for (const char* generation : {"v1", "v2", "v3", "v4", "v5"}) {
+        rows.push_back({"early", {"programs/vork2d/early"}, {"ze_core", "ze_qt"}});
+        for (const char* generation : {"v1", "v2", "v3", "v4"}) {
             rows.push_back({generation,
                             {std::string("programs/vork2d/") + generation},
-                            {"ze_core", "ze_qt", "ze_net"}});
+                            {"ze_core", "ze_qt", "ze_net", "early"}});
         }
+        rows.push_back({"v5", {"programs/vork2d/v5"}, {"ze_core", "ze_qt", "ze_net"}});
         return rows;
     }();
     return all;
@@ -106,17 +110,54 @@ TEST(Layers, no_include_points_up_or_into_another_generation) {
     }
 }
 
+/// A tree of a few files, removed with this object.
+class SmallTree {
+public:
+    const fs::path root = fs::temp_directory_path() / ("layers_test." + std::to_string(::getpid()));
+
+    SmallTree() { fs::create_directories(root); }
+    SmallTree(const SmallTree&) = delete;
+    SmallTree& operator=(const SmallTree&) = delete;
+    ~SmallTree() { fs::remove_all(root); }
+
+    void write(const std::string& path, const std::string& text) const {
+        fs::create_directories((root / path).parent_path());
+        std::ofstream(root / path) << text;
+    }
+};
+
+const Layer& layer_named(const std::string& name) {
+    return *std::find_if(layers().begin(), layers().end(),
+                         [&name](const Layer& layer) { return layer.name == name; });
+}
+
 TEST(Layers, an_include_that_points_up_is_seen) {
-    const fs::path root =
-        fs::temp_directory_path() /
-        ("layers_test." + std::to_string(::testing::UnitTest::GetInstance()->random_seed()));
-    fs::create_directories(root / "include/ze/math");
-    fs::create_directories(root / "include/ze/qt");
-    std::ofstream(root / "include/ze/qt/GPanel.h") << "#pragma once\n";
-    std::ofstream(root / "include/ze/math/Rect.h") << "#include \"ze/qt/GPanel.h\"\n";
-    EXPECT_EQ(wrong_includes(root, layers()[0]),
+    const SmallTree tree;
+    tree.write("include/ze/qt/GPanel.h", "#pragma once\n");
+    tree.write("include/ze/math/Rect.h", "#include \"ze/qt/GPanel.h\"\n");
+    EXPECT_EQ(wrong_includes(tree.root, layer_named("ze_core")),
               std::vector<std::string>{"include/ze/math/Rect.h includes ze/qt/GPanel.h"});
-    fs::remove_all(root);
+}
+
+TEST(Layers, an_include_of_another_generation_is_seen_in_each_way_to_write_it) {
+    for (const std::string included : {"vork2d/v4/Ball.h", "../v4/Ball.h"}) {
+        const SmallTree tree;
+        tree.write("programs/vork2d/v4/Ball.h", "#pragma once\n");
+        tree.write("programs/vork2d/v1/Paddle.h", "#include \"" + included + "\"\n");
+        EXPECT_EQ(wrong_includes(tree.root, layer_named("v1")),
+                  std::vector<std::string>{"programs/vork2d/v1/Paddle.h includes " + included});
+    }
+}
+
+TEST(Layers, what_the_early_generations_share_is_not_for_the_live_one) {
+    const SmallTree tree;
+    tree.write("programs/vork2d/early/measures.h", "#pragma once\n");
+    tree.write("programs/vork2d/v4/Ball.h", "#include \"vork2d/early/measures.h\"\n");
+    tree.write("programs/vork2d/v5/Ball.h", "#include \"vork2d/early/measures.h\"\n");
+    EXPECT_EQ(wrong_includes(tree.root, layer_named("v4")), std::vector<std::string>());
+    EXPECT_EQ(
+        wrong_includes(tree.root, layer_named("v5")),
+        std::vector<std::string>{"programs/vork2d/v5/Ball.h includes vork2d/early/measures.h"});
 }
 
 }  // namespace
