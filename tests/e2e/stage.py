@@ -23,7 +23,10 @@ import websockets
 
 BIN = pathlib.Path(os.environ["VORK2D_BIN"])
 LIMIT = float(os.environ.get("VORK2D_E2E_LIMIT", "30"))  # seconds that a wait may take on a busy machine
-PATH = "/ws/chat?sessid=play"
+
+# Where the two buttons stand that have no key: middle in the game's own window, from its lower edge.
+OPTIONS_BUTTON = (66, -15)
+CONNECT_BUTTON = (160, -15)
 
 
 def wait_for(what, condition, limit=LIMIT):
@@ -83,6 +86,13 @@ class Recorder:
         self._loop.call_soon_threadsafe(self._loop.stop)
         self._thread.join(LIMIT)
 
+    def stop_listening(self):
+        """Refuses every connection from now on."""
+        async def close():
+            self._server.close()
+            await self._server.wait_closed()
+        asyncio.run_coroutine_threadsafe(close(), self._loop).result(LIMIT)
+
     def _run(self):
         asyncio.set_event_loop(self._loop)
         self._loop.run_until_complete(self._serve())
@@ -91,9 +101,9 @@ class Recorder:
     async def _serve(self):
         context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
         context.load_cert_chain(self._certificate[1], self._certificate[0])
-        server = await websockets.serve(self._client, "127.0.0.1", 0, ssl=context, ping_interval=None,
+        self._server = await websockets.serve(self._client, "127.0.0.1", 0, ssl=context, ping_interval=None,
                                         max_size=2 ** 25, compression=None)
-        self.port = server.sockets[0].getsockname()[1]
+        self.port = self._server.sockets[0].getsockname()[1]
         self._started.set()
 
     async def _client(self, client, path):
@@ -215,9 +225,36 @@ class Client(Program):
         wait_for("the keyboard", lambda: self.stage.run("xdotool", "getactivewindow", check=False).strip() == window)
         return window
 
-    def press(self, *keys, title=None):
-        self.activate(title or self.title())
+    def keys(self, *keys):
+        """To whichever window has the keyboard."""
         self.stage.run("xdotool", "key", "--delay", "30", *keys)
+
+    def press(self, *keys):
+        """To the game's own window."""
+        self.activate(self.title())
+        self.keys(*keys)
+
+    def click(self, x, y):
+        """At a point of the game's own window; a negative coordinate counts from the right or lower edge."""
+        window = self.activate(self.title())
+        shape = dict(line.split("=") for line in self.stage.run("xdotool", "getwindowgeometry", "--shell",
+                                                                 window).split())
+        x = x if x >= 0 else x + int(shape["WIDTH"])
+        y = y if y >= 0 else y + int(shape["HEIGHT"])
+        self.stage.run("xdotool", "mousemove", "--window", window, str(x), str(y), "click", "1")
+
+    def open_connection_dialog(self):
+        self.click(*CONNECT_BUTTON)
+        self.activate("Connection")
+
+    def open_options(self):
+        """The pop-up menu; the arrow keys walk it."""
+        before = self.count_starting("Window::on_menu_options")
+        self.click(*OPTIONS_BUTTON)
+        wait_for("the menu", lambda: self.count_starting("Window::on_menu_options") > before)
+
+    def count_starting(self, text):
+        return sum(1 for line in self.texts() if line.startswith(text))
 
     def type(self, text):
         self.stage.run("xdotool", "type", "--delay", "15", text)
@@ -264,6 +301,9 @@ class Stage:
         if check and done.returncode != 0:
             raise AssertionError(f"{' '.join(command)}: {done.stderr.strip()}")
         return done.stdout
+
+    def clipboard(self):
+        return self.run("xclip", "-selection", "clipboard", "-out")
 
     def _start_screen(self, size):
         read, write = os.pipe()

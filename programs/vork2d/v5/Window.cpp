@@ -85,6 +85,7 @@ void Window::ini() {
     panChat = splitter->gen<GPanel>(GLAYOUT::VERTICAL);
     setup_pan_control();
     gen_log_panel(splitter);
+    splitter->setStretchFactor(0, 1);  // a larger window gives its room to the field
     setup_pan_buttons(panMain);
     playField->flagSound = settingsNode.is_flag(QStringLiteral("sound"), true);
     panChat->set_visible(settingsNode.is_flag(QStringLiteral("chatPanel"), false));
