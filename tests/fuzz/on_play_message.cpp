@@ -31,7 +31,6 @@ public:
     Game() {
         field.timer.stop();
         field.flagSound = false;
-        field.resize(80, 40);
         field.listenerBallExit += [this](ze::math::ORIENT2D::Type side) {
             ze::net::GPlay play;
             play.set_ball_out_of_field(side);
@@ -56,8 +55,6 @@ public:
         FUZZ_CHECK(field.state == field.stateLast);
     }
 
-    void show() { static_cast<void>(field.grab()); }
-
 private:
     Connected connection;
     vork2d::v5::PlayField field{800, 400, connection};
@@ -77,6 +74,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             break;
         }
     }
-    game.show();
     return 0;
 }
