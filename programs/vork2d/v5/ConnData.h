@@ -14,6 +14,10 @@ enum Type : int {
 };
 }  // namespace TYPE_URL
 
+/// Part 0 or 1 of a login, which is split at every colon: its group or its user. One without a
+/// colon comes back whole, with `failure` as an error line.
+[[nodiscard]] QString part_of_login(const QString& login, qsizetype index, const char* failure);
+
 class ConnData {
 public:
     /// "group:user", what travels as the sender of each message.

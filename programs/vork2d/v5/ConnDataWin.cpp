@@ -1,24 +1,8 @@
 #include "ConnDataWin.h"
 
-#include "ze/log/pp.h"
 #include "ze/qt/components/GLineEdit.h"
 
-#include <QStringList>
-
 namespace vork2d::v5 {
-
-namespace {
-
-QString part_of_login(const QString& login, qsizetype index, const char* failure) {
-    const QStringList parts = login.split(QLatin1Char(':'));
-    if (parts.size() < 2) {
-        ze::pp_error(failure);
-        return login;
-    }
-    return parts[index];
-}
-
-}  // namespace
 
 ConnDataWin::ConnDataWin(ze::qt::GLineEdit* groupUser, ze::qt::GLineEdit* password)
     : editGroupUser(groupUser), editPassword(password) {}

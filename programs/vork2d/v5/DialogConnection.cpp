@@ -37,6 +37,13 @@ GPanel* gen_row(GPanel* rows, const QString& label) {
     return row;
 }
 
+/// A choice that is found by the name it shows.
+GRadioButton* gen_radio(GPanel* row, const QString& name) {
+    auto* const radio = row->gen<GRadioButton>(name);
+    radio->setObjectName(name);
+    return radio;
+}
+
 }  // namespace
 
 DialogConnection::DialogConnection(ze::qt::GMainWindow* parent) : GDialog(parent), winMain(parent) {
@@ -89,10 +96,8 @@ void DialogConnection::setup_row_password(GPanel* rows) {
 
 void DialogConnection::setup_row_server(GPanel* rows) {
     GPanel* const row = gen_row(rows, QStringLiteral("Server"));
-    radioDevelopment = row->gen<GRadioButton>(servers::development_name());
-    radioDevelopment->setObjectName(servers::development_name());
-    radioServer = row->gen<GRadioButton>(servers::default_name());
-    radioServer->setObjectName(servers::default_name());
+    radioDevelopment = gen_radio(row, servers::development_name());
+    radioServer = gen_radio(row, servers::default_name());
     groupServer = new ze::qt::GButtonGroup(this);
     groupServer->addButton(radioDevelopment);
     groupServer->addButton(radioServer);

@@ -1,12 +1,8 @@
 #include "Window.h"
 
-#include "ze/log/exits.h"
 #include "ze/log/log.h"
 #include "ze/log/pp.h"
-#include "ze/net/GMessage.h"
 #include "ze/net/GPlay.h"
-#include "ze/net/GPong.h"
-#include "ze/net/PlayMessage.h"
 #include "ze/qt/GApp.h"
 #include "ze/qt/GMainPanel.h"
 #include "ze/qt/GPanel.h"
@@ -24,14 +20,13 @@
 #include "DialogConnection.h"
 #include "PLAY_STATE.h"
 #include "PlayField.h"
+#include "sounds.h"
 #include "vork2d/servers.h"
 
 #include <QJsonObject>
 #include <QKeyEvent>
 #include <QStandardItemModel>
 #include <QTimer>
-
-#include <memory>
 
 namespace vork2d::v5 {
 
@@ -52,13 +47,9 @@ constexpr int CHAT_MIN_PIXELS = 50;
 constexpr int CHAT_LABEL_PIXELS = 40;
 constexpr int STATUS_PIXELS = 20;
 constexpr unsigned START_MARGIN_PIXELS = 16;
-constexpr int FRAME_MS = 16;
 constexpr int FRAME_MS_MOBILE = 33;
 constexpr int TEXT_INFO_MS = 1000;
 constexpr unsigned DEFAULT_FONT_SIZE = 16;
-
-const QString SOUND_POINT_LOST = QStringLiteral(":/wb/shared-res/sounds/Game_Over_Music_1.wav");
-const QString SOUND_POINT_WON = QStringLiteral(":/wb/shared-res/sounds/Jackpot_Melody_2.wav");
 
 }  // namespace
 
@@ -94,7 +85,7 @@ void Window::ini() {
     ze::qt::gApp->delta_listener += [this](const QPointF& delta) {
         on_touch_delta(delta);
     };
-    playField->timer.setInterval(ze::os::is_mobile() ? FRAME_MS_MOBILE : FRAME_MS);
+    playField->timer.setInterval(ze::os::is_mobile() ? FRAME_MS_MOBILE : rules::MS_FRAME);
     attach_activation();
     attach_field();
     set_layout_extra(panButtons);
@@ -185,8 +176,8 @@ void Window::setup_pan_buttons(GPanel* panMain) {
 }
 
 void Window::set_layout_extra(GPanel* row) {
-    row->set_growable_horizontal();  // the row keeps its height, the splitter above it takes what
-                                     // is left
+    // The row keeps its height; the splitter above it takes what is left.
+    row->set_growable_horizontal();
 }
 
 void Window::attach_activation() {
@@ -260,12 +251,7 @@ void Window::on_exit_fullscreen_mode() {
     }
 }
 
-bool Window::is_connected() const {
-    return webSocket.isValid();
-}
-
 // --- field events
-// ------------------------------------------------------------------------------------------------
 
 void Window::on_field_orient(Type side) {
     if (playField->is_state_PLAY()) {
@@ -323,7 +309,6 @@ void Window::clear_text_info() {
 }
 
 // --- play
-// --------------------------------------------------------------------------------------------------------
 
 GPlay Window::make_play(const QString& to) const {
     return GPlay::from_args(user, to, QStringLiteral("vork"));
@@ -333,7 +318,7 @@ void Window::play_local(const GPlay& play) {
     playField->on_play_message(play, ze::net::LOCAL);
 }
 
-void Window::send_if_connected(ze::net::GAbstractMessage& message) {
+void Window::send_if_connected(const ze::net::GAbstractMessage& message) {
     if (webSocket.is_connected()) {
         message.send(webSocket);
     }
@@ -345,7 +330,7 @@ void Window::on_start_stop() {
         show_offline_player_mode();
         return;
     }
-    if (playField->is_state_CONNECTED1() && !playField->is_state_CONNECTED2()) {
+    if (is_alone_on_server()) {
         if (panStack->current_stacked_panel() == panInvitation) {
             panStack->show_stacked_widget(panPlay);
         } else {
@@ -370,11 +355,11 @@ void Window::on_confirmed_out_of_field(Type side) {
     playField->set_state_RUN(false);
     buttonStart->setText(QStringLiteral("start"));
     if (side == playField->side) {
-        playField->play_sound(SOUND_POINT_LOST);
+        playField->play_sound(sounds::POINT_LOST);
         ze::pp_info("point for opponent");
         opponent.countPoints += 1;
     } else {
-        playField->play_sound(SOUND_POINT_WON);
+        playField->play_sound(sounds::POINT_WON);
         ze::pp_info("point for me");
         me.countPoints += 1;
         GPlay play = make_play(QStringLiteral("+"));
@@ -399,8 +384,7 @@ void Window::on_play_state_changed() {
         opponent.countPoints = 0;
         opponent.name.clear();
         editStatus->setText(QStringLiteral("1"));
-        QMetaObject::invokeMethod(
-            this, [this] { on_dialog_already_connected(); }, Qt::QueuedConnection);
+        open_waiting_dialog_later();
     } else if (playField->is_state_CONNECTED2()) {
         ze::pp("CONNECTED2 only ???");
     } else {
@@ -459,64 +443,6 @@ void Window::on_touch_delta(const QPointF& delta) {
         {QStringLiteral("val"), left ? Qt::Key_Left : Qt::Key_Right},
         {QStringLiteral("str"), left ? QStringLiteral("Left") : QStringLiteral("Right")}};
     ze::pp_trace("l:<<<$>>>", play.to_string());
-}
-
-// --- messages
-// ----------------------------------------------------------------------------------------------------
-
-void Window::on_object(const QJsonObject& object) {
-    using ze::net::GAbstractMessage;
-    const std::unique_ptr<GAbstractMessage> message(GAbstractMessage::create_from_json(object));
-    if (message == nullptr) {
-        ze::pp_error("Window::on_object, xmsg == nullptr");
-        return;
-    }
-    if (message->is_show_msg()) {
-        ze::pp("Window::on_object, xmsg, '$'", message->to_string());
-    }
-    if (message->is_GPing()) {
-        ze::net::GPong pong;
-        pong.from = user;
-        pong.to = QStringLiteral("+");
-        pong.send(webSocket);
-    } else if (message->is_GMessage()) {
-        const auto* const chat = dynamic_cast<ze::net::GMessage*>(message.get());
-        if (chat == nullptr) {
-            ze::nullPointerHandling("programs/vork2d/v5/Window", __LINE__,
-                                    QStringLiteral("msg == NULL"));
-        }
-        on_XMessage(*chat);
-    } else if (message->is_GPlay()) {
-        const auto* const play = dynamic_cast<GPlay*>(message.get());
-        if (play == nullptr) {
-            ze::nullPointerHandling("programs/vork2d/v5/Window", __LINE__,
-                                    QStringLiteral("msgPlay == NULL"));
-        }
-        ze::pp("PLAY message");
-        ze::pp(play->to_string());
-        playField->on_play_message(*play, ze::net::REMOTE);
-    } else {
-        ze::pp_error("Window::on_object, xmsg, type:<<<$>>> ?", message->type);
-    }
-}
-
-void Window::send_message(const QString& text) {
-    if (!webSocket.is_connected()) {
-        ze::pp_error("Window::send_message, webSocket not valid !");
-        return;
-    }
-    ze::net::GMessage message;
-    message.subType = QStringLiteral("text");
-    message.text = text;
-    message.from = user;
-    message.to = QStringLiteral("#");
-    message.send(webSocket);
-    show_chat_line(QStringLiteral("me:") + text);
-}
-
-void Window::show_chat_line(const QString& line) {
-    listChat->gen_item(line);
-    listChat->scroll_to_end();
 }
 
 }  // namespace vork2d::v5

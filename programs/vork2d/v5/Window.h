@@ -2,8 +2,8 @@
 // two players, turns field events into wire messages and wire messages into field events, and keeps
 // the score. The rules of the game live in PlayField.
 //
-// Its source is split by subject: Window.cpp builds and plays, Window_connect.cpp logs in and
-// pairs, Window_hotkeys.cpp binds the keys, Window_info.cpp tells the player things,
+// Its source is split by subject: Window.cpp builds and plays, Window_connect.cpp logs in, pairs
+// and chats, Window_hotkeys.cpp binds the keys, Window_info.cpp tells the player things,
 // Window_menu_options.cpp is the menu.
 #pragma once
 
@@ -46,7 +46,6 @@ public:
     ~Window() override;
 
     // --- start
-    // ---------------------------------------------------------------------------------------------------
     void setup() override;
     void setup_base_hotkeys() override;
     void ini() override;
@@ -59,7 +58,6 @@ public:
     void check_playfield_size();
 
     // --- play
-    // ----------------------------------------------------------------------------------------------------
     /// The start button and the Space key: starts a rally, stops it, or, alone on the server, shows
     /// the invitation.
     void on_start_stop();
@@ -81,14 +79,12 @@ public:
     void on_exit_fullscreen_mode();
 
     // --- messages
-    // ------------------------------------------------------------------------------------------------
     /// Handles one received object, of any shape.
     void on_object(const QJsonObject& object);
     /// Sends a chat line and shows it here; the server does not echo it.
     void send_message(const QString& text);
 
     // --- connection
-    // ----------------------------------------------------------------------------------------------
     /// The "connect" button: opens the dialog or, when connected, asks whether to disconnect.
     void on_dialog_connect();
     /// Opens the dialog on its waiting page.
@@ -114,7 +110,6 @@ public:
     [[nodiscard]] static QString get_pure_user(const QString& login);
 
     // --- what the player reads
-    // -----------------------------------------------------------------------------------
     void on_help() override;
     /// Puts the players' names and points on the field.
     void update_player_info();
@@ -176,7 +171,7 @@ private:
     // messages
     [[nodiscard]] ze::net::GPlay make_play(const QString& to = QStringLiteral("#")) const;
     void play_local(const ze::net::GPlay& play);
-    void send_if_connected(ze::net::GAbstractMessage& message);
+    void send_if_connected(const ze::net::GAbstractMessage& message);
     void show_chat_line(const QString& line);
 
     // connection
@@ -184,6 +179,8 @@ private:
     void set_state_bit(unsigned bit, bool on);
     void pair_with(const QString& name);
     void open_connection_dialog();
+    void open_waiting_dialog_later();
+    [[nodiscard]] bool is_alone_on_server() const;
 
     // hotkeys
     void bind_key(const QString& keys, const std::function<void()>& handler);

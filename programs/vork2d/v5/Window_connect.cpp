@@ -1,49 +1,37 @@
-// How the client reaches the relay, logs in, finds its opponent and loses it again.
+// How the client reaches the relay, logs in, finds its opponent and loses it again, and what the
+// two say to each other.
 
+#include "ze/log/exits.h"
 #include "ze/log/pp.h"
 #include "ze/net/GLogin.h"
 #include "ze/net/GMessage.h"
 #include "ze/net/GPlay.h"
+#include "ze/net/GPong.h"
 #include "ze/qt/GApp.h"
 #include "ze/qt/GPanel.h"
 #include "ze/qt/components/GButton.h"
 #include "ze/qt/components/GButtonGroup.h"
 #include "ze/qt/components/GLineEdit.h"
+#include "ze/qt/components/GListView.h"
 #include "ze/qt/dialogs/GMessageBox.h"
 
 #include "DialogConnection.h"
 #include "PLAY_STATE.h"
 #include "PlayField.h"
 #include "Window.h"
+#include "sounds.h"
 #include "vork2d/servers.h"
 
 #include <QJsonObject>
 #include <QSslError>
-#include <QStringList>
 #include <QUrl>
+
+#include <memory>
 
 namespace vork2d::v5 {
 
 namespace ORIENT2D = ze::math::ORIENT2D;
 using ze::net::GMessage;
-
-namespace {
-
-const QString SOUND_ENTER = QStringLiteral(":/wb/shared-res/sounds/enterRoom.wav");
-const QString SOUND_LEAVE = QStringLiteral(":/wb/shared-res/sounds/leftRoom.wav");
-const QString SOUND_MESSAGE = QStringLiteral(":/wb/shared-res/sounds/msg.wav");
-
-/// The parts of a login at every colon; a list of one means that it has none.
-QString part_of_login(const QString& login, qsizetype index, const char* failure) {
-    const QStringList parts = login.split(QLatin1Char(':'));
-    if (parts.size() < 2) {
-        ze::pp_error(failure);
-        return login;
-    }
-    return parts[index];
-}
-
-}  // namespace
 
 QString Window::get_group(const QString& login) {
     return part_of_login(login, 0, "Window::get_group, group:user ???");
@@ -68,7 +56,6 @@ void Window::post_after_ini(const QString& userName, const QString& pass, const 
 }
 
 // --- the socket
-// --------------------------------------------------------------------------------------------------
 
 void Window::attach_socket() {
     webSocket.listenerConnected += [this] {
@@ -137,6 +124,14 @@ void Window::disconnect() {
     webSocket.close(QWebSocketProtocol::CloseCodeNormal, QString());
 }
 
+bool Window::is_connected() const {
+    return webSocket.isValid();
+}
+
+bool Window::is_alone_on_server() const {
+    return playField->is_state_CONNECTED1() && !playField->is_state_CONNECTED2();
+}
+
 bool Window::is_local_host() const {
     return host == servers::development_name();
 }
@@ -184,21 +179,20 @@ void Window::set_state_bit(unsigned bit, bool on) {
 }
 
 // --- pairing
-// -----------------------------------------------------------------------------------------------------
 
 void Window::on_XMessage(const GMessage& message) {
     show_chat_line(message.from + QLatin1Char(':') + message.text);
     if (message.subType == QLatin1String("welcome")) {
         on_login(message);
-        playField->play_sound(SOUND_ENTER);
+        playField->play_sound(sounds::ENTER_ROOM);
     } else if (message.subType == QLatin1String("join")) {
         on_login_friend(message);
-        playField->play_sound(SOUND_ENTER);
+        playField->play_sound(sounds::ENTER_ROOM);
     } else if (message.is_bye()) {
         on_bye();
-        playField->play_sound(SOUND_LEAVE);
+        playField->play_sound(sounds::LEFT_ROOM);
     } else {
-        playField->play_sound(SOUND_MESSAGE);
+        playField->play_sound(sounds::CHAT);
     }
 }
 
@@ -208,18 +202,14 @@ void Window::on_login(const GMessage& message) {
     me.name = user;
     const QString other = message.get_the_user(user);
     if (!other.isEmpty()) {
-        opponent.name = other;
-        set_state_bit(PLAY_STATE::CONNECTED2, true);
-        opponent.orient = ORIENT2D::get_opposite(playField->side);
-        ze::pp_format(ze::log::INFO, 0, "me: {$}, opponent{$}", me, opponent);
+        pair_with(other);
     } else {
         ze::pp_info("USER: '$'", user);
     }
     if (!diaConn.isNull()) {
         diaConn->open_waiting_page();
-    } else if (playField->is_state_CONNECTED1() && !playField->is_state_CONNECTED2()) {
-        QMetaObject::invokeMethod(
-            this, [this] { on_dialog_already_connected(); }, Qt::QueuedConnection);
+    } else if (is_alone_on_server()) {
+        open_waiting_dialog_later();
     }
     update_player_info();
 }
@@ -227,15 +217,19 @@ void Window::on_login(const GMessage& message) {
 void Window::on_login_friend(const GMessage& message) {
     ze::pp("Window::on_login_friend");
     me.name = user;
-    opponent.name = message.from;
     ze::net::GPlay play = make_play();
     play.set_orient(playField->side);
     play.send(webSocket);
+    pair_with(message.from);
+    panStack->show_stacked_widget(panPlay);
+    update_player_info();
+}
+
+void Window::pair_with(const QString& name) {
+    opponent.name = name;
     set_state_bit(PLAY_STATE::CONNECTED2, true);
     opponent.orient = ORIENT2D::get_opposite(playField->side);
     ze::pp_format(ze::log::INFO, 0, "me: {$}, opponent{$}", me, opponent);
-    panStack->show_stacked_widget(panPlay);
-    update_player_info();
 }
 
 void Window::on_bye() {
@@ -244,8 +238,64 @@ void Window::on_bye() {
     set_state_bit(PLAY_STATE::PLAY, false);
 }
 
+// --- messages
+
+void Window::on_object(const QJsonObject& object) {
+    using ze::net::GAbstractMessage;
+    const std::unique_ptr<GAbstractMessage> message(GAbstractMessage::create_from_json(object));
+    if (message == nullptr) {
+        ze::pp_error("Window::on_object, xmsg == nullptr");
+        return;
+    }
+    if (message->is_show_msg()) {
+        ze::pp("Window::on_object, xmsg, '$'", message->to_string());
+    }
+    if (message->is_GPing()) {
+        ze::net::GPong pong;
+        pong.from = user;
+        pong.to = QStringLiteral("+");
+        pong.send(webSocket);
+    } else if (message->is_GMessage()) {
+        const auto* const chat = dynamic_cast<GMessage*>(message.get());
+        if (chat == nullptr) {
+            ze::nullPointerHandling("programs/vork2d/v5/Window", __LINE__,
+                                    QStringLiteral("msg == NULL"));
+        }
+        on_XMessage(*chat);
+    } else if (message->is_GPlay()) {
+        const auto* const play = dynamic_cast<ze::net::GPlay*>(message.get());
+        if (play == nullptr) {
+            ze::nullPointerHandling("programs/vork2d/v5/Window", __LINE__,
+                                    QStringLiteral("msgPlay == NULL"));
+        }
+        ze::pp("PLAY message");
+        ze::pp(play->to_string());
+        playField->on_play_message(*play, ze::net::REMOTE);
+    } else {
+        ze::pp_error("Window::on_object, xmsg, type:<<<$>>> ?", message->type);
+    }
+}
+
+void Window::send_message(const QString& text) {
+    if (!webSocket.is_connected()) {
+        ze::pp_error("Window::send_message, webSocket not valid !");
+        return;
+    }
+    GMessage message;
+    message.subType = QStringLiteral("text");
+    message.text = text;
+    message.from = user;
+    message.to = QStringLiteral("#");
+    message.send(webSocket);
+    show_chat_line(QStringLiteral("me:") + text);
+}
+
+void Window::show_chat_line(const QString& line) {
+    listChat->gen_item(line);
+    listChat->scroll_to_end();
+}
+
 // --- the dialog
-// --------------------------------------------------------------------------------------------------
 
 void Window::on_dialog_connect() {
     ze::pp("Window::on_dialog_connect");
@@ -275,6 +325,11 @@ void Window::on_dialog_already_connected() {
     }
     open_connection_dialog();
     diaConn->open_waiting_page();
+}
+
+void Window::open_waiting_dialog_later() {
+    QMetaObject::invokeMethod(
+        this, [this] { on_dialog_already_connected(); }, Qt::QueuedConnection);
 }
 
 void Window::open_connection_dialog() {
