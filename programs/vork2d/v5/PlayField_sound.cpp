@@ -14,6 +14,14 @@ namespace vork2d::v5 {
 ze::qt::GSoundEffect* gSound = nullptr;
 ze::qt::GSoundEffect* gSoundEndless = nullptr;
 
+void stop_sounds() {
+    for (ze::qt::GSoundEffect* const effect : {gSound, gSoundEndless}) {
+        if (effect != nullptr) {
+            effect->stop();
+        }
+    }
+}
+
 namespace {
 
 void start_endless_silence() {

@@ -20,6 +20,7 @@
 #include "DialogConnection.h"
 #include "PLAY_STATE.h"
 #include "PlayField.h"
+#include "game_sound.h"
 #include "sounds.h"
 #include "vork2d/servers.h"
 
@@ -58,7 +59,10 @@ Window::Window()
       urlDevelopment(servers::development_url().toString()),
       urlServer(servers::default_url().toString()) {}
 
-Window::~Window() = default;
+Window::~Window() {
+    // The application object goes next, and nothing of Qt's audio may be playing then.
+    stop_sounds();
+}
 
 void Window::setup() {
     setup_node<ze::qt::WindowClazz<"WinChat2">>();

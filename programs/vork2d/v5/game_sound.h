@@ -11,4 +11,7 @@ namespace vork2d::v5 {
 extern ze::qt::GSoundEffect* gSound;         ///< plays every sound of the game
 extern ze::qt::GSoundEffect* gSoundEndless;  ///< Android only: silence that keeps the audio awake
 
+/// Silences both, where there are any. To be called before the application object goes.
+void stop_sounds();
+
 }  // namespace vork2d::v5
