@@ -86,8 +86,11 @@ void Window::ini() {
     panChat->set_visible(settingsNode.is_flag(QStringLiteral("chatPanel"), false));
     typeUrl = settingsNode.get<int>(QStringLiteral("typeURL"), TYPE_URL::SERVER);
     attach_socket();
-    ze::qt::gApp->delta_listener += [this](const QPointF& delta) {
-        on_touch_delta(delta);
+    // The application outlives its windows, and its listeners can not be detached.
+    ze::qt::gApp->delta_listener += [window = QPointer<Window>(this)](const QPointF& delta) {
+        if (!window.isNull()) {
+            window->on_touch_delta(delta);
+        }
     };
     playField->timer.setInterval(ze::os::is_mobile() ? FRAME_MS_MOBILE : rules::MS_FRAME);
     attach_activation();

@@ -24,6 +24,7 @@
 
 #include <QJsonObject>
 #include <QSslError>
+#include <QStandardItemModel>
 #include <QUrl>
 
 #include <memory>
@@ -32,6 +33,15 @@ namespace vork2d::v5 {
 
 namespace ORIENT2D = ze::math::ORIENT2D;
 using ze::net::GMessage;
+
+namespace {
+
+// Nothing that a player has typed is cut: a line edit holds as much. Whoever sends more, or more
+// often, fills no memory with it.
+constexpr qsizetype CHAT_MAX_CHARACTERS = 32767;
+constexpr int CHAT_MAX_LINES = 500;
+
+}  // namespace
 
 QString Window::get_group(const QString& login) {
     return part_of_login(login, 0, "Window::get_group, group:user ???");
@@ -291,7 +301,9 @@ void Window::send_message(const QString& text) {
 }
 
 void Window::show_chat_line(const QString& line) {
-    listChat->gen_item(line);
+    QAbstractItemModel* const lines = listChat->model();
+    lines->removeRows(0, lines->rowCount() - CHAT_MAX_LINES + 1);
+    listChat->gen_item(line.left(CHAT_MAX_CHARACTERS));
     listChat->scroll_to_end();
 }
 
@@ -328,8 +340,13 @@ void Window::on_dialog_already_connected() {
 }
 
 void Window::open_waiting_dialog_later() {
-    QMetaObject::invokeMethod(
-        this, [this] { on_dialog_already_connected(); }, Qt::QueuedConnection);
+    // A friend may come, or the relay go, before the call has its turn.
+    const auto openIfStillAlone = [this] {
+        if (is_alone_on_server()) {
+            on_dialog_already_connected();
+        }
+    };
+    QMetaObject::invokeMethod(this, openIfStillAlone, Qt::QueuedConnection);
 }
 
 void Window::open_connection_dialog() {
