@@ -124,6 +124,10 @@ TEST_F(DialogConnectionTest, copies_the_password_and_all) {
     EXPECT_TRUE(has_line("all connections copied"));
 }
 
+TEST_F(DialogConnectionTest, without_a_window_the_program_ends) {
+    EXPECT_EXIT(test::v5::DialogConnection(nullptr), testing::ExitedWithCode(1), "");
+}
+
 const std::vector<std::string> END = {"DialogConnection::~DialogConnection"};
 
 std::vector<std::string> then_end(std::vector<std::string> lines) {

@@ -85,6 +85,20 @@ protected:
         return std::find(lines.begin(), lines.end(), text) != lines.end();
     }
 
+    /// The names of the sounds that the field let through so far.
+    [[nodiscard]] std::vector<std::string> played_sounds() const {
+        const std::string before = "PlayField::play_sound ** <<<:/wb/shared-res/sounds/";
+        const std::string behind = ".wav>>>";
+        std::vector<std::string> names;
+        for (const std::string& line : log.lines()) {
+            if (line.starts_with(before)) {
+                names.push_back(
+                    line.substr(before.size(), line.size() - before.size() - behind.size()));
+            }
+        }
+        return names;
+    }
+
     /// The one message box that is open.
     [[nodiscard]] static ze::qt::GMessageBox* open_box() {
         for (QWidget* widget : QApplication::topLevelWidgets()) {

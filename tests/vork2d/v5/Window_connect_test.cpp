@@ -1,9 +1,12 @@
+#include "ze/net/GMessage.h"
 #include "ze/qt/components/GButtonGroup.h"
 #include "ze/qt/components/GRadioButton.h"
 
 #include "WindowFixture.h"
 #include "vork2d/servers.h"
-#include "vork2d/v5/ConnDataWin.h"
+
+#include <QSslError>
+#include <QTcpServer>
 
 namespace {
 
@@ -86,11 +89,30 @@ TEST_F(WindowConnectTest, connecting_logs_in_and_stores_the_password) {
                                             {QStringLiteral("ident"), 0},
                                             {QStringLiteral("pw"), QStringLiteral("secret")}}));
     EXPECT_EQ(window.windowTitle(), QStringLiteral("g:Ann"));
-    EXPECT_EQ(window.settingsNode.get<QString>(QStringLiteral("pw"), QString()),
-              QStringLiteral("secret"));
+    const auto stored = ze::qt::GSettings::instance().get_window_node(window.get_object_name());
+    EXPECT_EQ(stored.get<QString>(QStringLiteral("pw"), QString()), QStringLiteral("secret"));
     EXPECT_TRUE(window.playField->is_state_CONNECTED1());
     EXPECT_TRUE(window.buttonSend->isEnabled());
     EXPECT_EQ(window.editStatus->text(), QStringLiteral("1"));
+}
+
+TEST_F(WindowConnectTest, the_status_field_is_green_while_connected) {
+    const QColor shades[] = {Qt::green, Qt::darkGreen, Qt::darkGreen};
+    for (unsigned theme = 0; theme < std::size(shades); ++theme) {
+        window.set_theme(theme, 14);
+        connect();
+        EXPECT_EQ(window.editStatus->palette().color(QPalette::Base), shades[theme]) << theme;
+        window.disconnect();
+        ASSERT_TRUE(QTest::qWaitFor([this] { return window.playField->is_state_offline(); }));
+        EXPECT_EQ(window.editStatus->palette().color(QPalette::Base), QColor(Qt::transparent));
+        relay.frames.clear();
+    }
+}
+
+TEST_F(WindowConnectTest, a_certificate_that_nobody_vouches_for_leaves_a_trace_line) {
+    ze::log::set_log_level(ze::log::TRACE);
+    window.webSocket.listenerSSL.fire_event({QSslError(), QSslError()});
+    EXPECT_EQ(log.lines_with_level(), std::vector<std::string>{"TRA SSL Errors: 2"});
 }
 
 TEST_F(WindowConnectTest, the_second_to_arrive_finds_its_opponent_in_the_list) {
@@ -123,6 +145,34 @@ TEST_F(WindowConnectTest, the_first_to_arrive_waits_in_a_dialog_that_opens_by_it
     ASSERT_TRUE(wait_for_dialog());
     EXPECT_EQ(window.diaConn->panStack->current_stacked_panel(), window.diaConn->panWaiting);
     EXPECT_TRUE(has_line("Window::on_dialog_already_connected"));
+}
+
+TEST_F(WindowConnectTest, a_welcome_without_a_dialog_opens_it) {
+    connect();
+    ASSERT_TRUE(wait_for_dialog());
+    window.diaConn->close_programmatic();
+    ASSERT_TRUE(wait_for_no_dialog());
+    relay.send_chat(QStringLiteral("welcome"), QStringLiteral("relay"), QString(),
+                    QStringLiteral("g:Ann"));
+    ASSERT_TRUE(wait_for_dialog());
+    EXPECT_EQ(window.diaConn->panStack->current_stacked_panel(), window.diaConn->panWaiting);
+}
+
+TEST_F(WindowConnectTest, each_word_of_chat_has_its_sound) {
+    const std::vector<std::pair<const char*, std::string>> rows = {
+        {"welcome", "enterRoom"}, {"join", "enterRoom"}, {"bye", "leftRoom"}, {"text", "msg"},
+        {"notice", "msg"},        {"Welcome", "msg"},    {"", "msg"}};
+    connect_paired();
+    window.playField->flagSound = true;
+    for (const auto& [word, sound] : rows) {
+        log.clear();
+        ze::net::GMessage message;
+        message.subType = QString::fromLatin1(word);
+        message.from = QStringLiteral("g:Ben");
+        message.extraData = QStringLiteral("g:Ann, g:Ben");
+        window.on_XMessage(message);
+        EXPECT_EQ(played_sounds(), std::vector<std::string>{sound}) << word;
+    }
 }
 
 TEST_F(WindowConnectTest, a_friend_who_joins_closes_the_dialog_and_hears_the_side) {
@@ -224,6 +274,46 @@ TEST_F(WindowConnectTest, try_connect_refuses_without_a_dialog_a_type_or_during_
     EXPECT_EQ(log.lines(), (std::vector<std::string>{
                                "Window::try_connect - play mode - connection not possible",
                                "Window::try_connect - play mode - connection not possible"}));
+}
+
+TEST_F(WindowConnectTest, with_no_server_chosen_the_default_one_is_tried) {
+    window.on_dialog_connect();
+    window.diaConn->groupServer->uncheck();
+    window.diaConn->radioDevelopment->setAutoExclusive(false);
+    window.diaConn->radioDevelopment->setChecked(false);
+    window.urlServer = relay.address();
+    log.expect_error("DialogConnection::get_url_type - nothing checked");
+    window.try_connect();
+    EXPECT_EQ(window.host, QStringLiteral("play.vork2d.example"));
+    EXPECT_TRUE(relay.wait_for_frames(1));
+}
+
+TEST_F(WindowConnectTest, pressing_ok_twice_logs_in_once) {
+    window.on_dialog_connect();
+    window.urlDevelopment = relay.address();
+    window.try_connect();
+    window.try_connect();
+    ASSERT_TRUE(relay.wait_for_frames(1));
+    relay.send_chat(QStringLiteral("welcome"), QStringLiteral("relay"), QString(),
+                    QStringLiteral("g:Ann"));
+    ASSERT_TRUE(wait_for_line("Window::on_login"));
+    EXPECT_EQ(relay.frames.size(), 1U);
+    EXPECT_TRUE(window.playField->is_state_CONNECTED1());
+}
+
+TEST_F(WindowConnectTest, a_server_that_never_answers_is_given_up_with_the_dialog) {
+    QTcpServer silent;
+    ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
+    window.urlDevelopment = QStringLiteral("ws://127.0.0.1:%1/ws/chat").arg(silent.serverPort());
+    window.on_dialog_connect();
+    window.try_connect();
+    ASSERT_TRUE(QTest::qWaitFor([&silent] { return silent.hasPendingConnections(); }));
+    window.diaConn->close();
+    ASSERT_TRUE(QTest::qWaitFor(
+        [this] { return window.webSocket.state() == QAbstractSocket::UnconnectedState; }));
+    ASSERT_TRUE(wait_for_no_dialog());
+    connect();
+    EXPECT_TRUE(window.playField->is_state_CONNECTED1());
 }
 
 TEST_F(WindowConnectTest, the_dialog_is_filled_from_the_login) {

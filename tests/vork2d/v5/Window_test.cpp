@@ -1,9 +1,17 @@
 #include "vork2d/v5/Window.h"
 
+#include "ze/net/GMessage.h"
+#include "ze/qt/GSoundEffect.h"
+
 #include "WindowFixture.h"
+#include "vork2d/v5/game_sound.h"
+#include "vork2d/v5/sounds.h"
 
 #include <QKeyEvent>
+#include <QPushButton>
 #include <QStandardItemModel>
+
+#include <memory>
 
 namespace {
 
@@ -11,10 +19,6 @@ using test::v5::PlayField;
 namespace ORIENT2D = ze::math::ORIENT2D;
 
 class WindowTest : public test::WindowFixture {};
-
-QString cmd_of(const QJsonObject& frame) {
-    return frame[QStringLiteral("payload")][QStringLiteral("cmd")].toString();
-}
 
 TEST_F(WindowTest, starts_offline_with_the_field_in_front) {
     EXPECT_EQ(window.windowTitle(), QStringLiteral("vork2D/v5"));
@@ -26,6 +30,45 @@ TEST_F(WindowTest, starts_offline_with_the_field_in_front) {
     EXPECT_FALSE(window.buttonSend->isEnabled());
     EXPECT_EQ(window.playField->timer.interval(), 16);
     EXPECT_EQ(window.labelInvitation->text(), QStringLiteral("You are online 'Odo'\n"));
+}
+
+TEST_F(WindowTest, its_row_of_buttons_tells_what_they_do) {
+    QStringList tips;
+    for (const auto* const button : window.panButtons->findChildren<QPushButton*>()) {
+        tips << button->toolTip();
+    }
+    EXPECT_EQ(tips, (QStringList{QStringLiteral("Start / Stop game\nPC: Space Key !"),
+                                 QStringLiteral("Options"), QStringLiteral("Clears Log Panel"),
+                                 QStringLiteral("copy to clipboard"),
+                                 QStringLiteral("Creates a Debug Line"),
+                                 QStringLiteral("Toggle Fullscreen"), QString()}));
+    EXPECT_EQ(window.panButtons->objectName(), QStringLiteral("buttons"));
+}
+
+TEST_F(WindowTest, reads_its_settings_at_the_start) {
+    test::ProbeWindow other;
+    other.settingsNode.set(QStringLiteral("fontSize"), 20U);
+    other.settingsNode.set(QStringLiteral("typeURL"), 0);
+    for (const char* key : {"sound", "flagSeeOfflineHintAgain"}) {
+        other.settingsNode.set_flag(QString::fromLatin1(key), false);
+    }
+    other.settingsNode.set_flag(QStringLiteral("chatPanel"), true);
+    other.ini();
+    EXPECT_EQ(other.playField->fontSize, 20);
+    EXPECT_EQ(other.typeUrl, 0);
+    EXPECT_FALSE(other.playField->flagSound);
+    EXPECT_FALSE(other.flagSeeOfflineHintAgain);
+    EXPECT_FALSE(other.panChat->isHidden());
+}
+
+TEST_F(WindowTest, has_a_default_for_every_setting) {
+    test::ProbeWindow other;
+    other.ini();
+    EXPECT_EQ(other.playField->fontSize, 16);
+    EXPECT_EQ(other.typeUrl, 2);
+    EXPECT_TRUE(other.playField->flagSound);
+    EXPECT_TRUE(other.flagSeeOfflineHintAgain);
+    EXPECT_TRUE(other.panChat->isHidden());
 }
 
 TEST_F(WindowTest, an_empty_user_gets_the_standing_name) {
@@ -58,13 +101,28 @@ TEST_F(WindowTest, the_first_start_offline_shows_the_hint_and_starts_when_it_is_
         EXPECT_FALSE(window.playField->is_state_PLAY());
         answer(button);
         EXPECT_TRUE(QTest::qWaitFor([this] { return window.playField->is_state_PLAY(); }));
-        EXPECT_EQ(window.settingsNode.is_flag(QStringLiteral("flagSeeOfflineHintAgain"),
-                                              button != QMessageBox::Yes),
-                  button == QMessageBox::Yes);
+        const auto stored = ze::qt::GSettings::instance().get_window_node(window.get_object_name());
+        EXPECT_EQ(
+            stored.is_flag(QStringLiteral("flagSeeOfflineHintAgain"), button != QMessageBox::Yes),
+            button == QMessageBox::Yes);
         EXPECT_TRUE(
             has_line(button == QMessageBox::Yes ? "OFFLINE INFO AGAIN" : "OFFLINE INFO STOPP"));
         window.on_start_stop();
     }
+}
+
+TEST_F(WindowTest, the_hint_tells_how_one_person_plays_both) {
+    window.flagSeeOfflineHintAgain = true;
+    window.on_start_stop();
+    ASSERT_NE(open_box(), nullptr);
+    EXPECT_EQ(open_box()->windowTitle(), QStringLiteral("Info offline mode"));
+    EXPECT_EQ(open_box()->text(),
+              QStringLiteral("Single Player Mode\n\nLeft paddle:\n- Arrow Up / Arrow Down\n"
+                             "- Mouse drag on left field\n\nRight paddle:\n"
+                             "- Ctrl + Arrow Up / Arrow Down\n- Mouse drag on right field\n\n"
+                             "Speed:\n- Ctrl+1, ..., Ctrl+9\nPress [Space Bar] to start\n\n"
+                             "See this massage after loading game again ?"));
+    answer(QMessageBox::No);
 }
 
 TEST_F(WindowTest, closing_the_hint_by_hand_counts_as_no_and_starts) {
@@ -169,6 +227,22 @@ TEST_F(WindowTest, a_ball_out_on_the_other_side_is_the_own_point_and_tells_the_s
                            {QStringLiteral("countPointsOpponent"), 0}}));
 }
 
+TEST_F(WindowTest, a_point_won_and_a_point_lost_sound_different) {
+    window.playField->flagSound = true;
+    window.on_confirmed_out_of_field(ORIENT2D::LEFT);
+    window.on_confirmed_out_of_field(ORIENT2D::RIGHT);
+    EXPECT_EQ(played_sounds(), (std::vector<std::string>{"Game_Over_Music_1", "Jackpot_Melody_2"}));
+}
+
+TEST_F(WindowTest, its_end_silences_the_game) {
+    auto other = std::make_unique<test::v5::Window>();
+    other->setup();
+    other->playField->play_sound(vork2d::v5::sounds::QUIET);
+    ASSERT_TRUE(vork2d::v5::gSound->isPlaying());
+    other.reset();
+    EXPECT_FALSE(vork2d::v5::gSound->isPlaying());
+}
+
 TEST_F(WindowTest, a_point_offline_counts_and_ends_the_rally) {
     window.on_start_stop();
     window.on_confirmed_out_of_field(ORIENT2D::RIGHT);
@@ -193,7 +267,12 @@ TEST_F(WindowTest, a_hit_of_the_master_sends_the_ball) {
     connect_paired();
     window.playField->listenerBallHit.fire_event({});
     ASSERT_TRUE(relay.wait_for_frames(1));
-    EXPECT_EQ(cmd_of(relay.frames[0]), QStringLiteral("setBall"));
+    EXPECT_EQ(relay.frames[0][QStringLiteral("payload")].toObject(),
+              (QJsonObject{{QStringLiteral("cmd"), QStringLiteral("setBall")},
+                           {QStringLiteral("pos"), QStringLiteral("0,0")},
+                           {QStringLiteral("dir"), QStringLiteral("0.970143,0.242536")},
+                           {QStringLiteral("velocity"), 160}}));
+    EXPECT_EQ(log.lines_with_level().front(), "INF BALL:" + window.playField->ball.to_string());
 }
 
 TEST_F(WindowTest, a_hit_of_the_follower_sends_nothing) {
@@ -312,6 +391,32 @@ TEST_F(WindowTest, a_chat_line_without_a_connection_is_an_error) {
     EXPECT_EQ(window.listChat->model()->rowCount(), 0);
 }
 
+TEST_F(WindowTest, the_chat_keeps_the_newest_lines_and_cuts_what_nobody_could_have_typed) {
+    ze::net::GMessage message;
+    message.from = QStringLiteral("g:Ben");
+    for (int i = 1; i <= 510; ++i) {
+        message.text = QString::number(i);
+        window.on_XMessage(message);
+    }
+    EXPECT_EQ(window.listChat->model()->rowCount(), 500);
+    EXPECT_EQ(window.listChat->string_at(0), QStringLiteral("g:Ben:11"));
+    EXPECT_EQ(window.listChat->string_at(499), QStringLiteral("g:Ben:510"));
+    message.text = QString(1'000'000, QLatin1Char('x'));
+    window.on_XMessage(message);
+    EXPECT_EQ(window.listChat->string_at(499).size(), window.editChat->maxLength());
+}
+
+TEST_F(WindowTest, a_touch_gesture_reaches_the_windows_that_live) {
+    {
+        test::v5::Window gone;
+        gone.setup();
+    }
+    log.clear();
+    ze::log::set_log_level(ze::log::TRACE);
+    ze::qt::gApp->delta_listener.fire_event(QPointF(0, 5));
+    EXPECT_EQ(log.lines().size(), 2U) << "those of the one window";
+}
+
 TEST_F(WindowTest, a_touch_gesture_only_logs) {
     ze::log::set_log_level(ze::log::TRACE);
     window.on_touch_delta(QPointF(0, 5));
@@ -392,6 +497,18 @@ TEST_F(WindowTest, alone_on_the_server_the_start_button_is_off_and_the_dialog_wa
     EXPECT_EQ(window.opponent.name, QString());
     ASSERT_TRUE(QTest::qWaitFor([this] { return !window.diaConn.isNull(); }));
     EXPECT_EQ(window.diaConn->panStack->current_stacked_panel(), window.diaConn->panWaiting);
+}
+
+TEST_F(WindowTest, no_dialog_waits_for_a_friend_who_came_meanwhile_or_for_a_relay_that_went) {
+    using namespace test::v5::PLAY_STATE;
+    for (const unsigned meanwhile : {CONNECTED1 | CONNECTED2, 0U}) {
+        window.playField->state = CONNECTED1;
+        window.on_play_state_changed();
+        window.playField->state = meanwhile;
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(window.diaConn.isNull()) << meanwhile;
+    }
+    EXPECT_FALSE(has_line("Window::on_dialog_already_connected"));
 }
 
 TEST_F(WindowTest, the_second_bit_alone_is_odd) {

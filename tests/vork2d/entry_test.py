@@ -1,0 +1,64 @@
+"""What the built program answers before it has a window, and what it makes of its command line."""
+
+import os
+import subprocess
+import tempfile
+import unittest
+
+PROGRAM = os.environ["VORK2D_PROGRAM"]
+LIMIT = 60  # seconds, for a busy machine
+
+# Where nothing listens, so that no attempt leaves this machine.
+NOWHERE = ("--server", "127.0.0.1:9")
+
+
+class Entry(unittest.TestCase):
+    def setUp(self):
+        home = tempfile.TemporaryDirectory()
+        self.addCleanup(home.cleanup)
+        self.environment = {**os.environ, "HOME": home.name, "XDG_CONFIG_HOME": home.name,
+                            "QT_QPA_PLATFORM": "offscreen"}
+
+    def line_after(self, *arguments, with_text):
+        """The first line of the log that holds the text, from there on."""
+        program = subprocess.Popen([PROGRAM, *arguments], env=self.environment, text=True,
+                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.addCleanup(program.stdout.close)
+        self.addCleanup(program.wait, LIMIT)
+        self.addCleanup(program.kill)
+        for line in program.stdout:
+            if with_text in line:
+                return line[line.index(with_text):].rstrip("\n")
+        self.fail(f"the program ended without a line that holds {with_text!r}")
+
+    def test_help_and_version_need_no_display(self):
+        for name in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"):
+            self.environment.pop(name, None)
+        for option, answer in (("--help", r"(?s)^usage: vork2d .*--server HOST.*--login"),
+                               ("--version", r"^vork2d \d+\.\d+\.\d+\n$")):
+            with self.subTest(option):
+                done = subprocess.run([PROGRAM, option], env=self.environment, text=True,
+                                      capture_output=True, timeout=LIMIT)
+                self.assertEqual((done.returncode, done.stderr), (0, ""))
+                self.assertRegex(done.stdout, answer)
+
+    def test_the_user_is_told_and_has_a_default(self):
+        self.assertEqual(self.line_after(with_text="user '"), "user 'group1:Nilo'")
+        self.assertEqual(self.line_after("--user", "g:Ann", with_text="user '"), "user 'g:Ann'")
+
+    def test_only_the_alias_itself_becomes_localhost(self):
+        for host, taken in (("127.0.0.1", "localhost"), ("127.0.0.11", "127.0.0.11"),
+                            ("127.0.0.", "127.0.0."), ("Localhost", "Localhost")):
+            with self.subTest(host):
+                attempt = "Window::try_connect_via_cmd "
+                self.assertEqual(self.line_after("--host", host, "--login", *NOWHERE,
+                                                 with_text=attempt), f"{attempt}'{taken}'")
+
+    def test_without_a_host_the_default_server_is_taken(self):
+        attempt = "Window::try_connect_via_cmd "
+        self.assertEqual(self.line_after("--login", *NOWHERE, with_text=attempt),
+                         f"{attempt}'127.0.0.1:9'")
+
+
+if __name__ == "__main__":
+    unittest.main()
