@@ -1,0 +1,169 @@
+// The input is what three clients of the relay do: connect, log in, send good and bad frames, read
+// nothing, wait, leave. Whatever they do, a group holds two at most, nobody hears himself, what one
+// sends arrives in its order, and nothing grows without end.
+
+#include "relay/Addresses.h"
+#include "relay/Hub.h"
+#include "relay/Log.h"
+#include "relay/Metrics.h"
+#include "relay/messages.h"
+#include "support/check.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+namespace {
+
+constexpr std::array NAMES = {"g:a", "g:b", "g:c", "h:a", "g:a:x", "g", ":", "g:a,b"};
+constexpr std::array PASSWORDS = {"", "right", "wrong"};
+constexpr std::array ADDRESSEES = {"#", "*", "+", ""};
+constexpr std::size_t MANY = 1 << 22;
+
+relay::Limits small_limits() {
+    relay::Limits limits;
+    limits.framesPerSecond = 20;
+    limits.bytesPerSecond = 4096;
+    limits.queuedOutput = 4096;
+    limits.failedLogins = 3;
+    return limits;
+}
+
+struct World {
+    relay::Limits limits = small_limits();
+    relay::Metrics metrics;
+    relay::Addresses addresses{limits};
+    relay::Log log{[this](std::string_view line) {
+        FUZZ_CHECK(line.find('\n') == line.npos);
+    }};
+    relay::Hub hub{limits, addresses, metrics, log};
+    relay::TimePoint now{std::chrono::hours(1)};
+    std::uint64_t sent = 0;  ///< numbers the play messages of all clients
+};
+
+/// One of the three; what it is sent is looked at on its arrival.
+class Client final : public relay::Peer {
+public:
+    Client(World& world, int number)
+        : session(*this, std::to_string(number), world.limits, world.now), world_(world) {}
+    ~Client() override { world_.hub.leave(session); }
+
+    void send(std::string_view frame) override {
+        FUZZ_CHECK(closes == 0);
+        queued_ += frame.size();
+        constexpr std::string_view MARK = R"("number":)";
+        const std::size_t at = frame.find(MARK);
+        if (at == frame.npos) {
+            return;
+        }
+        FUZZ_CHECK(frame.find(R"("sender":")" + session.name + '"') == frame.npos);
+        const std::uint64_t number = std::stoull(std::string(frame.substr(at + MARK.size())));
+        FUZZ_CHECK(number > last_);
+        last_ = number;
+    }
+    [[nodiscard]] std::size_t queued() const noexcept override { return queued_; }
+    void close(relay::CloseCode, std::string_view reason) override {
+        FUZZ_CHECK(!reason.empty());
+        ++closes;
+    }
+    void read_all() noexcept { queued_ = 0; }
+
+    relay::Session session;
+    int closes = 0;
+
+private:
+    World& world_;
+    std::size_t queued_ = 0;
+    std::uint64_t last_ = 0;
+};
+
+std::string login(FuzzedDataProvider& input) {
+    return R"({"type":"LOGIN","to":"+","from":)" +
+           relay::json_string(input.PickValueInArray(NAMES)) + R"(,"pw":)" +
+           relay::json_string(input.PickValueInArray(PASSWORDS)) + "}";
+}
+
+std::string play(World& world, Client& client, FuzzedDataProvider& input) {
+    const std::string name = relay::json_string(client.session.name);
+    return R"({"type":"PLAY","from":)" + name + R"(,"sender":)" + name + R"(,"to":)" +
+           relay::json_string(input.PickValueInArray(ADDRESSEES)) + R"(,"number":)" +
+           std::to_string(++world.sent) + "}";
+}
+
+void act(World& world, Client& client, FuzzedDataProvider& input) {
+    const auto send = [&world, &client](const std::string& frame) {
+        world.hub.on_frame(client.session, frame, world.now);
+    };
+    switch (input.ConsumeIntegralInRange(0, 8)) {
+        case 0:
+        case 1:
+            send(login(input));
+            break;
+        case 2:
+        case 3:
+            send(play(world, client, input));
+            break;
+        case 4: {
+            // A number from the input would be taken for one of ours.
+            const std::string text = input.ConsumeRandomLengthString(200);
+            send(text.find("number") == text.npos ? text : "{}");
+            break;
+        }
+        case 5:
+            world.hub.on_control(client.session, world.now);
+            break;
+        case 6:
+            world.hub.on_bytes(client.session, input.ConsumeIntegral<std::uint16_t>(), world.now);
+            break;
+        case 7:
+            world.now += std::chrono::milliseconds(input.ConsumeIntegral<std::uint16_t>());
+            world.hub.check(client.session, world.now);
+            break;
+        default:
+            client.read_all();
+    }
+}
+
+void check(const World& world, const std::array<std::unique_ptr<Client>, 3>& clients) {
+    std::size_t members = 0;
+    for (const auto& client : clients) {
+        FUZZ_CHECK(client->closes <= 1);
+        FUZZ_CHECK(client->queued() < MANY);
+        const relay::Group* group = client->session.group;
+        if (group == nullptr) {
+            continue;
+        }
+        ++members;
+        FUZZ_CHECK(!client->session.flagClosed);
+        FUZZ_CHECK(group->members[0] != group->members[1]);
+        FUZZ_CHECK(group->find(client->session.name) == &client->session);
+    }
+    FUZZ_CHECK(world.metrics.members == members);
+    FUZZ_CHECK(world.hub.count_groups() <= members);
+    FUZZ_CHECK(world.addresses.size() <= clients.size());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    FuzzedDataProvider input(data, size);
+    World world;
+    std::array<std::unique_ptr<Client>, 3> clients;
+    for (int i = 0; i < 3; ++i) {
+        clients[static_cast<std::size_t>(i)] = std::make_unique<Client>(world, i);
+    }
+    while (input.remaining_bytes() > 0) {
+        const auto number = input.ConsumeIntegralInRange<std::size_t>(0, 2);
+        std::unique_ptr<Client>& client = clients[number];
+        if (input.ConsumeIntegralInRange(0, 15) == 0) {
+            client.reset();
+            client = std::make_unique<Client>(world, static_cast<int>(number));
+        }
+        act(world, *client, input);
+        check(world, clients);
+    }
+    return 0;
+}
