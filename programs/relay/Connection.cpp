@@ -2,7 +2,6 @@
 
 #include "Log.h"
 #include "Metrics.h"
-#include "Turn.h"
 
 #include <utility>
 
@@ -57,7 +56,7 @@ Connection::Connection(TlsStream::Socket socket, SSL_CTX* context, Shared& share
                        std::string address)
     : shared_(shared),
       session_(*this, std::move(address), shared.limits, Clock::now()),
-      socket_(std::move(socket), context, shared.turn) {
+      socket_(std::move(socket), context) {
     socket_.read_message_max(0);  // on_read() counts, so that the client can be told
     socket_.set_option(websocket::stream_base::timeout{websocket::stream_base::none(),
                                                        websocket::stream_base::none(), false});
@@ -120,6 +119,10 @@ void Connection::on_bytes(std::size_t count) {
     }
 }
 
+void Connection::on_turn_end() {
+    shared_.hub.on_turn_end(session_);
+}
+
 // The header is written here and not by Beast: a frame from a server is no more than these bytes in
 // front of the text, and written this way all frames of one turn share one record.
 void Connection::send(std::string_view frame) {
@@ -128,6 +131,10 @@ void Connection::send(std::string_view frame) {
         tls().collect(text_header(frame.size()));
         tls().collect(frame);
     }
+}
+
+void Connection::flush() {
+    tls().flush();
 }
 
 std::size_t Connection::queued() const noexcept {
@@ -142,6 +149,7 @@ void Connection::close(CloseCode code, std::string_view reason) {
     const websocket::close_reason why(static_cast<websocket::close_code>(code),
                                       boost::beast::string_view(reason.data(), reason.size()));
     socket_.async_close(why, [self = shared_from_this()](error_code ec) { self->on_closed(ec); });
+    tls().flush();
 }
 
 void Connection::stop(CloseCode code, std::string_view reason) {
@@ -234,7 +242,6 @@ void Connection::end() {
     const auto self = shared_from_this();
     shared_.onGone(*this);
     phase_ = Phase::GONE;
-    shared_.turn.flush();  // the friend's "bye": no read follows that would end the turn
 }
 
 }  // namespace relay

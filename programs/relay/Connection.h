@@ -28,7 +28,6 @@ struct Shared {
     Deadlines& deadlines;
     Metrics& metrics;
     const Log& log;
-    Turn& turn;
     std::function<void(class Connection&)> onHandshakeOver;
     std::function<void(class Connection&)> onGone;  ///< its last call: let go of it
 };
@@ -52,6 +51,7 @@ public:
     [[nodiscard]] bool is_half_open() const noexcept { return phase_ == Phase::HANDSHAKE; }
 
     void send(std::string_view frame) override;
+    void flush() override;
     [[nodiscard]] std::size_t queued() const noexcept override;
     void close(CloseCode code, std::string_view reason) override;
 
@@ -84,6 +84,7 @@ private:
     void discard_input();
     void schedule_check();
     void on_bytes(std::size_t count) override;
+    void on_turn_end() override;
     void on_deadline(TimePoint now) override;
 
     [[nodiscard]] TlsStream& tls() noexcept { return socket_.next_layer(); }

@@ -4,9 +4,6 @@
 
 namespace relay {
 
-Deadlines::Deadlines(boost::asio::io_context& context, std::function<void()> afterwards)
-    : timer_(context), afterwards_(std::move(afterwards)) {}
-
 void Deadlines::set(Member& member, TimePoint due) {
     clear(member);
     member.due_ = due;
@@ -42,7 +39,6 @@ void Deadlines::fire() {
         clear(member);
         member.on_deadline(now);
     }
-    afterwards_();
     if (!entries_.empty()) {
         arm(std::max(entries_.begin()->first, now + GRID));
     }

@@ -4,7 +4,6 @@
 
 #include "Limits.h"
 
-#include <functional>
 #include <set>
 #include <utility>
 
@@ -28,8 +27,7 @@ public:
         bool flagSet_ = false;
     };
 
-    /// `afterwards` runs once behind all that were due together.
-    Deadlines(boost::asio::io_context& context, std::function<void()> afterwards);
+    explicit Deadlines(boost::asio::io_context& context) : timer_(context) {}
 
     /// Takes the place of the member's former deadline. The member calls clear() before it ends.
     void set(Member& member, TimePoint due);
@@ -42,7 +40,6 @@ private:
     void fire();
 
     boost::asio::steady_timer timer_;
-    std::function<void()> afterwards_;
     std::set<Entry> entries_;
     TimePoint armed_ = TimePoint::max();
 };

@@ -80,6 +80,14 @@ void Hub::on_bytes(Session& session, std::size_t count, TimePoint now) {
     }
 }
 
+void Hub::on_turn_end(Session& session) {
+    if (session.is_member()) {
+        if (Session* friendSession = session.group->other(session)) {
+            friendSession->peer.flush();
+        }
+    }
+}
+
 void Hub::route(Session& session, const Envelope& message, std::string_view frame, TimePoint now) {
     if (message.from != session.name) {
         refuse(session, Reason::FOREIGN_FROM);
@@ -115,6 +123,11 @@ void Hub::forward(Session& session, std::string_view frame) {
     friendSession->peer.send(frame);
 }
 
+void Hub::tell(Session& session, std::string_view frame) {
+    session.peer.send(frame);
+    session.peer.flush();
+}
+
 // A chat text too many is dropped, but nobody loses a running game over it.
 bool Hub::may_chat(Session& session, const Envelope& message, TimePoint now) {
     if (message.type != "CHAT") {
@@ -140,7 +153,7 @@ void Hub::tell_chat_dropped(Session& session, std::string_view text) {
     }
     session.flagChatTold = true;
     log_.event("chat_dropped", {{"name", session.name}, {"address", session.address}});
-    session.peer.send(chat_message("text", RELAY_NAME, session.name, text));
+    tell(session, chat_message("text", RELAY_NAME, session.name, text));
 }
 
 void Hub::check(Session& session, TimePoint now) {
@@ -168,7 +181,7 @@ TimePoint Hub::next_check(const Session& session) const noexcept {
 void Hub::ping(Session& session, TimePoint now) {
     session.tmPinged = now;
     session.flagAwaitsPong = true;
-    session.peer.send(ping_message(session.name));
+    tell(session, ping_message(session.name));
 }
 
 void Hub::refuse(Session& session, Reason reason) {
@@ -202,7 +215,7 @@ void Hub::leave(Session& session) {
         return;
     }
     Session& remaining = *group->members[0];
-    remaining.peer.send(chat_message("bye", session.name, remaining.name, "has left."));
+    tell(remaining, chat_message("bye", session.name, remaining.name, "has left."));
 }
 
 }  // namespace relay

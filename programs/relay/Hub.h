@@ -50,6 +50,9 @@ public:
     /// Bytes off the wire, before anything is known of them.
     void on_bytes(Session& session, std::size_t count, TimePoint now);
 
+    /// The client's input is at its end for now: what was forwarded of it leaves together.
+    void on_turn_end(Session& session);
+
     /// Does what is due: the heartbeat, the end of a silent client or of one without a login.
     void check(Session& session, TimePoint now);
     /// When check() has something to do unless a frame comes before.
@@ -73,6 +76,7 @@ private:
     void route(Session& session, const Envelope& message, std::string_view frame, TimePoint now);
     void take(Session& session, const Envelope& message, TimePoint now);
     void forward(Session& session, std::string_view frame);
+    static void tell(Session& session, std::string_view frame);
     [[nodiscard]] bool may_chat(Session& session, const Envelope& message, TimePoint now);
     void tell_chat_dropped(Session& session, std::string_view text);
     void ping(Session& session, TimePoint now);

@@ -83,13 +83,13 @@ void Hub::enter(Session& session, Group& group) {
     ++metrics_.members;
     log_.event("login", {{"name", session.name}, {"address", session.address}});
     Session* friendSession = group.other(session);
-    session.peer.send(chat_message(
-        "welcome", RELAY_NAME, session.name,
-        friendSession ? "Welcome, your friend is here." : "Welcome, your friend is not here yet.",
-        group.list()));
+    tell(session, chat_message("welcome", RELAY_NAME, session.name,
+                               friendSession ? "Welcome, your friend is here."
+                                             : "Welcome, your friend is not here yet.",
+                               group.list()));
     if (friendSession) {
-        friendSession->peer.send(
-            chat_message("join", session.name, friendSession->name, "has joined."));
+        tell(*friendSession,
+             chat_message("join", session.name, friendSession->name, "has joined."));
     }
 }
 

@@ -39,13 +39,12 @@ Server::Server(const Options& options, const Log& log)
       log_(log),
       addresses_(options.limits),
       hub_(options.limits, addresses_, metrics_, log),
-      deadlines_(context_, [this] { turn_.flush(); }),
+      deadlines_(context_),
       shared_{options.limits,
               hub_,
               deadlines_,
               metrics_,
               log,
-              turn_,
               [this](Connection&) { on_handshake_over(); },
               [this](Connection& connection) {
                   on_gone(connection);
@@ -209,7 +208,6 @@ void Server::shut_down() {
     for (const auto& [connection, keptAlive] : copy) {
         connection->stop(CloseCode::GOING_AWAY, "The relay is shutting down.");
     }
-    turn_.flush();
     if (connections_.empty()) {
         context_.stop();
     }

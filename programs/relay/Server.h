@@ -10,7 +10,6 @@
 #include "Metrics.h"
 #include "Options.h"
 #include "StatusServer.h"
-#include "Turn.h"
 
 #include <memory>
 #include <string>
@@ -57,7 +56,6 @@ private:
     Metrics metrics_;
     Addresses addresses_;
     Hub hub_;
-    Turn turn_;
     // Behind what connections use: those that wait in a handler end with it.
     net::io_context context_{1};
     Deadlines deadlines_;

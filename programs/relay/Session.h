@@ -18,11 +18,12 @@ class Peer {
 public:
     virtual ~Peer() = default;
 
-    /// Queues one text frame.
+    /// Queues one text frame; flush() sends what is queued.
     virtual void send(std::string_view frame) = 0;
+    virtual void flush() = 0;
     /// Bytes that were sent and wait for the client to take them.
     [[nodiscard]] virtual std::size_t queued() const noexcept = 0;
-    /// Queues a close frame as the last thing; what the client still sends is not looked at.
+    /// Sends a close frame as the last thing; what the client still sends is not looked at.
     virtual void close(CloseCode code, std::string_view reason) = 0;
 };
 

@@ -1,7 +1,5 @@
 #include "TlsStream.h"
 
-#include "Turn.h"
-
 #include <algorithm>
 #include <cerrno>
 
@@ -19,8 +17,8 @@ constexpr std::size_t KEPT_OUTPUT = 512;
 
 }  // namespace
 
-TlsStream::TlsStream(Socket socket, SSL_CTX* context, Turn& turn)
-    : socket_(std::move(socket)), ssl_(SSL_new(context)), turn_(turn) {
+TlsStream::TlsStream(Socket socket, SSL_CTX* context)
+    : socket_(std::move(socket)), ssl_(SSL_new(context)) {
     error_code ignored;
     socket_.non_blocking(true, ignored);
     SSL_set_fd(ssl_, socket_.native_handle());
@@ -28,7 +26,6 @@ TlsStream::TlsStream(Socket socket, SSL_CTX* context, Turn& turn)
 }
 
 TlsStream::~TlsStream() {
-    turn_.forget(*this);
     SSL_free(ssl_);
 }
 
@@ -82,7 +79,10 @@ TlsStream::Step TlsStream::step_of(int result, error_code& ec) noexcept {
 }
 
 void TlsStream::end_turn() {
-    turn_.flush();
+    flush();
+    if (watcher_ != nullptr) {
+        watcher_->on_turn_end();
+    }
 }
 
 void TlsStream::report_input() {
@@ -95,18 +95,12 @@ void TlsStream::report_input() {
 }
 
 void TlsStream::collect(std::string_view bytes) {
-    if (flagBroken_ || flagFinishing_) {
-        return;
-    }
-    output_.append(bytes);
-    if (!flagInTurn_) {
-        flagInTurn_ = true;
-        turn_.add(*this);
+    if (!flagBroken_ && !flagFinishing_) {
+        output_.append(bytes);
     }
 }
 
 void TlsStream::flush() {
-    flagInTurn_ = false;
     while (!flagWaitsForRoom_ && queued() > 0 && write_record()) {
     }
     drop_written();

@@ -1,6 +1,7 @@
 // TLS on a socket's descriptor, as the stream that the WebSocket runs over. OpenSSL reads and
 // writes the descriptor itself and gives its buffers back while the connection is idle. Output is
-// collected and leaves once per turn of the loop; a write is done when it is collected.
+// collected and leaves with flush(), in as few records as can be; a write is done when it is
+// collected.
 #pragma once
 
 #include <cstddef>
@@ -22,21 +23,21 @@ namespace relay {
 namespace net = boost::asio;
 using boost::beast::error_code;
 
-class Turn;
-
 class TlsStream {
 public:
     using executor_type = net::io_context::executor_type;
     using Socket = net::basic_stream_socket<net::ip::tcp, executor_type>;
 
-    /// Hears of the bytes that came off the wire, TLS included.
     class Watcher {
     public:
         virtual ~Watcher() = default;
+        /// Bytes came off the wire, TLS included.
         virtual void on_bytes(std::size_t count) = 0;
+        /// All that has come was read; the stream waits for more.
+        virtual void on_turn_end() = 0;
     };
 
-    TlsStream(Socket socket, SSL_CTX* context, Turn& turn);
+    TlsStream(Socket socket, SSL_CTX* context);
     ~TlsStream();
     TlsStream(const TlsStream&) = delete;
     TlsStream& operator=(const TlsStream&) = delete;
@@ -85,14 +86,12 @@ private:
 
     Socket socket_;
     SSL* ssl_;
-    Turn& turn_;
     Watcher* watcher_ = nullptr;
     std::weak_ptr<void> owner_;
     std::string output_;
     std::size_t written_ = 0;  ///< of output_
     std::uint64_t inputSeen_ = 0;
     std::size_t inputLeft_ = static_cast<std::size_t>(-1);
-    bool flagInTurn_ = false;
     bool flagWaitsForRoom_ = false;
     bool flagFinishing_ = false;
     bool flagBroken_ = false;

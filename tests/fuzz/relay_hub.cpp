@@ -64,6 +64,7 @@ public:
         FUZZ_CHECK(number > last_);
         last_ = number;
     }
+    void flush() override {}
     [[nodiscard]] std::size_t queued() const noexcept override { return queued_; }
     void close(relay::CloseCode, std::string_view reason) override {
         FUZZ_CHECK(!reason.empty());

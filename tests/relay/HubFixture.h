@@ -23,6 +23,7 @@ public:
     ~FakeClient() override { hub_.leave(session); }
 
     void send(std::string_view frame) override { received.emplace_back(frame); }
+    void flush() override { flushed = received.size(); }
     [[nodiscard]] std::size_t queued() const noexcept override { return queuedBytes; }
     void close(relay::CloseCode code, std::string_view reason) override {
         closed = std::to_string(static_cast<int>(code)) + " " + std::string(reason);
@@ -32,7 +33,8 @@ public:
     [[nodiscard]] std::vector<std::string> take() { return std::exchange(received, {}); }
 
     std::vector<std::string> received;
-    std::string closed;  ///< close code and reason, empty while open
+    std::string closed;       ///< close code and reason, empty while open
+    std::size_t flushed = 0;  ///< of `received`
     std::size_t queuedBytes = 0;
     relay::Session session;
 

@@ -57,6 +57,22 @@ TEST_F(Hub, frames_keep_their_order) {
     EXPECT_EQ(b->take(), sent);
 }
 
+TEST_F(Hub, forwarded_frames_leave_together_when_the_senders_turn_ends) {
+    b->received.clear();
+    b->flushed = 0;
+    send(*a, play("g:a", "#", 1));
+    send(*a, play("g:a", "#", 2));
+    EXPECT_EQ(b->flushed, 0U);
+    hub.on_turn_end(a->session);
+    EXPECT_EQ(b->flushed, 2U);
+}
+
+TEST_F(Hub, what_the_relay_says_itself_leaves_at_once) {
+    b->received.clear();
+    hub.leave(a->session);
+    EXPECT_EQ(b->flushed, 1U);
+}
+
 TEST_F(Hub, another_group_hears_nothing) {
     auto stranger = member("h:a");
     send(*a, play("g:a", "#"));

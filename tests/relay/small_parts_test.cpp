@@ -228,8 +228,7 @@ struct Looked : relay::Deadlines::Member {
 
 TEST(Deadlines, each_member_is_looked_at_once_at_its_last_deadline) {
     boost::asio::io_context context;
-    int turns = 0;
-    relay::Deadlines deadlines(context, [&turns] { ++turns; });
+    relay::Deadlines deadlines(context);
     Looked early;
     Looked moved;
     Looked gone;
@@ -243,7 +242,6 @@ TEST(Deadlines, each_member_is_looked_at_once_at_its_last_deadline) {
     EXPECT_EQ(early.count, 1);
     EXPECT_EQ(moved.count, 1);
     EXPECT_EQ(gone.count, 0);
-    EXPECT_GE(turns, 1);
 }
 
 }  // namespace
