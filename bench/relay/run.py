@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Loads our relay, a relay on ws and a bare loop in turn, and prints the medians beside the reach.
 
-usage: bench/relay/run.py [--rounds N] [--only NAME] [--held]
+usage: scripts/bench --relay [--rounds N] [--only NAME] [--held]
 
-Expects the preset "bench" to be built and node with npm to be there. The server runs on the first
+Builds the preset "bench" and expects node with npm to be there. The server runs on the first
 processor, the load on the second, and nothing else should run meanwhile. --held shows that 2,000
 idle clients and 500 pairs at 60 messages a second each way are held with nothing lost.
 """
@@ -109,6 +109,14 @@ def measure(command, load, seconds, more=()):
     return json.loads(done.stdout)
 
 
+def build():
+    top = os.path.join(HERE, "..", "..")
+    for command in (["--preset", "bench"],
+                    ["--build", "--preset", "bench", "--target", "vork2d-relay", "relay_load",
+                     "relay_bare"]):
+        subprocess.run(["cmake", *command], cwd=top, check=True, stdout=subprocess.DEVNULL)
+
+
 def install_peer():
     if shutil.which("npm") is None:
         sys.exit("node and npm are needed for the peer ws")
@@ -158,7 +166,10 @@ def main():
     options.add_argument("--rounds", type=int, default=5)
     options.add_argument("--only", help="a regular expression over the names of the loads")
     options.add_argument("--held", action="store_true")
+    options.add_argument("--no-build", action="store_true", help="take what is built")
     chosen = options.parse_args()
+    if not chosen.no_build:
+        build()
     with tempfile.TemporaryDirectory() as folder:
         all_commands = commands(folder)
         if chosen.held:

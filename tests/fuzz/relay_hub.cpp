@@ -36,7 +36,7 @@ struct World {
     relay::Limits limits = small_limits();
     relay::Metrics metrics;
     relay::Addresses addresses{limits};
-    relay::Log log{[this](std::string_view line) {
+    relay::Log log{[](std::string_view line) {
         FUZZ_CHECK(line.find('\n') == line.npos);
     }};
     relay::Hub hub{limits, addresses, metrics, log};
