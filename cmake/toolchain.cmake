@@ -20,6 +20,9 @@ endif()
 add_compile_options(-ffp-contract=off)
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    add_compile_options(-Wno-restrict) # GCC 12 sees overlaps in inlined std::string additions that cannot be
+endif()
 if(VORK2D_WERROR)
     add_compile_options(-Werror)
 endif()
