@@ -30,15 +30,15 @@ NO_HEARTBEAT = ["--ping-seconds", "43200", "--silence-seconds", "86400"]
 
 # Name: the load, its seconds, and who takes part.
 LOADS = {
-    "open_50": (["open", "50"], 4, ("ours", "ws", "bare")),
-    "open_500": (["open", "500"], 4, ("ours", "ws", "bare")),
-    "saturated_50": (["saturate", "50"], 3, ("ours", "ws", "bare")),
-    "saturated_500": (["saturate", "500"], 3, ("ours", "ws", "bare")),
-    "idle_1000": (["idle", "1000"], 3, ("ours", "ws", "bare")),
-    "idle_5000": (["idle", "5000"], 5, ("ours", "ws", "bare")),
-    "undisturbed": (["open", "50"], 5, ("default",)),
-    "slow_reader": (["open", "50", "--disturber", "slow"], 5, ("default",)),
-    "flood": (["open", "50", "--disturber", "flood"], 5, ("default",)),
+    "open_50": (["open", "50"], 3, ("ours", "ws", "bare")),
+    "open_500": (["open", "500"], 3, ("ours", "ws", "bare")),
+    "saturated_50": (["saturate", "50"], 2, ("ours", "ws", "bare")),
+    "saturated_500": (["saturate", "500"], 2, ("ours", "ws", "bare")),
+    "idle_1000": (["idle", "1000"], 1, ("ours", "ws", "bare")),
+    "idle_5000": (["idle", "5000"], 5, ("ours",)),
+    "undisturbed": (["open", "50"], 4, ("default",)),
+    "slow_reader": (["open", "50", "--disturber", "slow"], 4, ("default",)),
+    "flood": (["open", "50", "--disturber", "flood"], 4, ("default",)),
 }
 
 # Title, the value out of the medians, the most it may be; a negative one is the least.

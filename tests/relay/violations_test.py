@@ -4,12 +4,18 @@ import asyncio
 import concurrent.futures
 import contextlib
 import os
+import select
 import socket
+import ssl
 import struct
 import threading
+import time
 import unittest
 
 from relay_program import LIMIT, Relay, client_context, login, play, receive_text
+
+# What a socket says that has nothing to read or no room to write.
+WAITS = (ssl.SSLWantReadError, ssl.SSLWantWriteError, BlockingIOError)
 
 CONTINUATION, TEXT, BINARY, CLOSE, PING, PONG = 0, 1, 2, 8, 9, 10
 
@@ -173,16 +179,28 @@ class Line:
         with contextlib.suppress(OSError):
             self.socket.sendall(data)
 
-    def read_until_end(self):
-        """False if the line does not end in time."""
-        try:
-            while data := self.socket.recv(65536):
-                self.received += data
-        except TimeoutError:
-            return False
-        except OSError:
-            pass  # a reset or a broken TLS is an end too
-        return True
+    def read_until_end(self, outgoing=b""):
+        """Sends and reads at the same time, in one thread as TLS wants it. False if the line does
+        not end in time."""
+        self.socket.setblocking(False)
+        until = time.monotonic() + LIMIT
+        while time.monotonic() < until:
+            try:
+                while data := self.socket.recv(65536):
+                    self.received += data
+                return True
+            except WAITS:
+                pass
+            except OSError:
+                return True  # a reset or a broken TLS is an end too
+            try:
+                outgoing = outgoing[self.socket.send(outgoing[:16384]):] if outgoing else b""
+            except WAITS:
+                pass
+            except OSError:
+                outgoing = b""  # the relay has closed its side: what it said is still to be read
+            select.select([self.socket], [self.socket] if outgoing else [], [], LIMIT)
+        return False
 
     def close(self):
         self.socket.close()
@@ -208,15 +226,13 @@ class Line:
 
 def run_without_tls(relay, data):
     with contextlib.closing(Line(relay, tls=False)) as line:
-        line.send(data)
-        return line.read_until_end()
+        return line.read_until_end(data)
 
 
 def run_request(relay, data):
     """The status of the answer, None if the line does not end."""
     with contextlib.closing(Line(relay)) as line:
-        line.send(data)
-        return int(line.received[9:12] or b"0") if line.read_until_end() else None
+        return int(line.received[9:12] or b"0") if line.read_until_end(data) else None
 
 
 def run_frames(relay, frames):
@@ -224,12 +240,7 @@ def run_frames(relay, frames):
     with contextlib.closing(Line(relay)) as line:
         line.send(request())
         line.read_upgrade()
-        reader = threading.Thread(target=line.read_until_end)
-        reader.start()
-        for data in frames:
-            line.send(data)
-        reader.join(LIMIT)
-        return None if reader.is_alive() else line.close_code()
+        return line.close_code() if line.read_until_end(b"".join(frames)) else None
 
 
 def run_garbage_over_tls(relay):

@@ -1,0 +1,50 @@
+#include "Addresses.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const relay::TimePoint START{std::chrono::hours(1)};
+
+TEST(Addresses, connections_are_counted_for_each_address) {
+    relay::Limits limits;
+    limits.connectionsPerAddress = 2;
+    relay::Addresses addresses(limits);
+    addresses.connect("a", START);
+    addresses.connect("a", START);
+    EXPECT_FALSE(addresses.is_over_limit("a"));
+    addresses.connect("a", START);
+    EXPECT_TRUE(addresses.is_over_limit("a"));
+    EXPECT_FALSE(addresses.is_over_limit("b"));
+    addresses.disconnect("a", START);
+    EXPECT_FALSE(addresses.is_over_limit("a"));
+}
+
+TEST(Addresses, what_has_left_is_forgotten) {
+    const relay::Limits limits;
+    relay::Addresses addresses(limits);
+    addresses.connect("a", START);
+    addresses.disconnect("a", START);
+    addresses.disconnect("a", START);
+    EXPECT_EQ(addresses.size(), 0U);
+}
+
+TEST(Addresses, a_failed_login_outlives_its_connection_but_not_for_ever) {
+    const relay::Limits limits;
+    relay::Addresses addresses(limits);
+    for (int i = 0; i < 5000; ++i) {
+        const std::string address = std::to_string(i);
+        addresses.connect(address, START);
+        addresses.fail_login(address, START);
+        addresses.disconnect(address, START);
+    }
+    EXPECT_EQ(addresses.size(), 5000U);
+    for (int i = 0; i < 5000; ++i) {
+        addresses.connect("later" + std::to_string(i), START + std::chrono::minutes(2));
+    }
+    EXPECT_EQ(addresses.size(), 5000U);
+}
+
+}  // namespace

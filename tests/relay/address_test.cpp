@@ -1,0 +1,54 @@
+#include "address.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct AddressRow {
+    const char* address;
+    const char* key;
+};
+
+TEST(Address, an_ipv6_network_counts_as_one) {
+    const AddressRow rows[] = {
+        {"192.0.2.1", "192.0.2.1"},
+        {"::ffff:192.0.2.1", "192.0.2.1"},
+        {"2001:db8:1:2:3:4:5:6", "2001:db8:1:2::/64"},
+        {"2001:db8:1:2::", "2001:db8:1:2::/64"},
+        {"2001:db8:1:3::6", "2001:db8:1:3::/64"},
+        {"::1", "::/64"},
+    };
+    for (const AddressRow& row : rows) {
+        EXPECT_EQ(relay::address_key(boost::asio::ip::make_address(row.address)), row.key);
+    }
+}
+
+struct HostPortRow {
+    const char* text;
+    const char* host;
+    const char* port;
+};
+
+TEST(Address, host_and_port_are_split) {
+    const HostPortRow rows[] = {
+        {"127.0.0.1:8888", "127.0.0.1", "8888"},
+        {"localhost:0", "localhost", "0"},
+        {"[::1]:443", "::1", "443"},
+        {"[::]:65535", "::", "65535"},
+    };
+    for (const HostPortRow& row : rows) {
+        const auto parts = relay::split_host_port(row.text);
+        ASSERT_TRUE(parts) << row.text;
+        EXPECT_EQ(parts->host, row.host);
+        EXPECT_EQ(parts->port, row.port);
+    }
+}
+
+TEST(Address, what_is_no_host_and_port_is_refused) {
+    for (const char* text : {"", ":", ":1", "host", "host:", "host:x", "host:65536", "host:-1",
+                             "host: 1", "::1:443", "[]:1", "[::1]"}) {
+        EXPECT_FALSE(relay::split_host_port(text)) << text;
+    }
+}
+
+}  // namespace
