@@ -32,7 +32,7 @@ enum LOG_LEVEL : unsigned {
     INFO = 2,
     DEBUG = 3,
     TRACE = 4,
-    NOP = 5,  ///< as threshold: nothing passes
+    NOP = 5,  ///< what "no" and "nop" read as; no line has it and no threshold takes it
 };
 
 /// Lines of this level and above are dropped. One word, so that a line that is dropped costs one

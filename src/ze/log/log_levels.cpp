@@ -1,3 +1,4 @@
+// The levels as the words of a line and of the command line.
 #include "ze/log/log.h"
 
 #include <QString>

@@ -1,6 +1,8 @@
+// The prefix of a line: its number, level, time and thread.
 #include "ze/log/LogConfig.h"
 #include "ze/log/log.h"
 #include "ze/log/thread_id.h"
+#include "ze/tools/calendar.h"
 #include "ze/tools/clock.h"
 #include "ze/tools/duration.h"
 #include "ze/tools/str.h"
@@ -8,9 +10,8 @@
 #include <QString>
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <ctime>
+#include <optional>
 
 namespace ze::log {
 namespace {
@@ -18,27 +19,22 @@ namespace {
 constexpr unsigned THREAD_DIGITS = 4;
 constexpr unsigned LARGEST_NUMBER_WIDTH = 64;
 constexpr std::size_t USUAL_PREFIX = 64;
-constexpr std::size_t TIME_BUFFER = 512;
+constexpr std::size_t TIME_CAPACITY = 512;
 
 constexpr const char* sFormatTimeSimple = "%H:%M:%S";
 
 std::atomic<std::uint32_t> digits = 6;
 std::atomic<std::int64_t> mcStart = 0;
 
-std::string strftime_local(std::time_t seconds, const std::string& format) {
-    std::tm local{};
-    std::array<char, TIME_BUFFER> buffer;
-    if (localtime_r(&seconds, &local) == nullptr ||
-        std::strftime(buffer.data(), buffer.size(), format.c_str(), &local) == 0) {
-        return {};
-    }
-    return buffer.data();
+std::string local_time(long long seconds, const std::string& format) {
+    const std::optional<std::tm> calendar = time::local_calendar(seconds);
+    return calendar ? time::format_calendar(*calendar, format, TIME_CAPACITY) : std::string();
 }
 
 // Kept for the second that it stays the same: the calendar costs more than the rest of a line.
-std::string time_of_day(std::time_t seconds, const std::string& format) {
+std::string time_of_day(long long seconds, const std::string& format) {
     struct Last {
-        std::time_t seconds = 0;
+        long long seconds = 0;
         std::string format;
         std::string text;
     };
@@ -46,7 +42,7 @@ std::string time_of_day(std::time_t seconds, const std::string& format) {
     static Last& last = *new Last;  // never destroyed: the last objects of a program still log
     const std::lock_guard lock(mutex);
     if (last.seconds != seconds || last.format != format) {
-        last = {seconds, format, strftime_local(seconds, format)};
+        last = {seconds, format, local_time(seconds, format)};
     }
     return last.text;
 }
@@ -110,7 +106,7 @@ std::string get_time_stamp(bool absolute, const std::string& format, time::FORM_
         return time::formatMicrosecond_as_Hour_compact_mc(get_time_since_start(), form);
     }
     const unsigned long long now = time::get_micro_seconds();
-    const auto seconds = static_cast<std::time_t>(time::get_seconds(now));
+    const auto seconds = static_cast<long long>(time::get_seconds(now));
     return time_of_day(seconds, format) + fraction_of_second(now, form);
 }
 

@@ -1,7 +1,8 @@
 #include "ze/log/thread_id.h"
 
+#include "ze/tools/clock.h"
+
 #include <atomic>
-#include <chrono>
 #include <cstdint>
 #include <thread>
 
@@ -47,10 +48,7 @@ unsigned reduce_id_len(unsigned long long id) noexcept {
 }
 
 void gSleep(unsigned long long ms) {
-    const auto count = static_cast<long long>(ms);
-    if (count > 0) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(count));
-    }
+    time::sleep(ms);
 }
 
 }  // namespace ze

@@ -100,10 +100,12 @@ TEST(exits, boolExpressionHandling_names_the_place_and_says_goodbye) {
 }
 
 TEST(exits, a_null_appender_is_a_fault_of_the_program) {
-    const Ending ending = ending_of([] { log::add_log_appender(nullptr); });
-    EXPECT_EQ(ending.before_sleep.substr(0, ending.before_sleep.find("LINE:")),
-              "nullptr:appender == NULL\nsrc/ze/log/log\n");
-    EXPECT_EQ(ending.exit_code, 1);
+    for (const auto call : {log::add_log_appender, log::remove_log_appender}) {
+        const Ending ending = ending_of([call] { call(nullptr); });
+        EXPECT_EQ(ending.before_sleep.substr(0, ending.before_sleep.find("LINE:")),
+                  "nullptr:appender == NULL\nsrc/ze/log/log\n");
+        EXPECT_EQ(ending.exit_code, 1);
+    }
 }
 
 }  // namespace ze

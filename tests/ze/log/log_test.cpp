@@ -101,6 +101,13 @@ TEST_F(LogState, configure_starts_from_the_default_level) {
     EXPECT_EQ(get_log_level(), static_cast<unsigned>(TRACE));
 }
 
+TEST_F(LogState, configure_refuses_a_default_level_out_of_range) {
+    set_log_level(WARN);
+    set_log_level_default(NOP);
+    EXPECT_EQ(configure_with({}), "set_log_level out of range 0-4, level:5 ?\n");
+    EXPECT_EQ(get_log_level(), static_cast<unsigned>(WARN));
+}
+
 TEST_F(LogState, configure_marks_the_main_thread_and_the_kind_of_program) {
     configure_with({});
     EXPECT_TRUE(is_configured());
