@@ -17,12 +17,12 @@ namespace ze::store {
 
 namespace {
 
-constexpr qint32 magicNumber = 0x474E4F44;  // "GNOD"
-constexpr quint16 formatVersion = 1;
+constexpr qint32 MAGIC_NUMBER = 0x474E4F44;  // "GNOD"
+constexpr quint16 FORMAT_VERSION = 1;
 
 // The default of Qt 6.0 to 6.5, in which the stored texts are written. Fixed, so that a program
 // built with a later Qt writes the same bytes and reads the ones that are there.
-constexpr auto streamVersion = QDataStream::Qt_6_0;
+constexpr auto STREAM_VERSION = QDataStream::Qt_6_0;
 
 bool read_header(QDataStream& stream) {
     qint32 magic = 0;
@@ -31,7 +31,7 @@ bool read_header(QDataStream& stream) {
         pp_error("from_qstring, failed to read magic");
         return false;
     }
-    if (magic != magicNumber) {
+    if (magic != MAGIC_NUMBER) {
         pp_error("from_qstring, wrong magic:$", magic);
         return false;
     }
@@ -41,7 +41,7 @@ bool read_header(QDataStream& stream) {
         pp_error("from_qstring, failed to read version");
         return false;
     }
-    if (version != formatVersion) {
+    if (version != FORMAT_VERSION) {
         pp_error("from_qstring, unsupported version:$", version);
         return false;
     }
@@ -85,7 +85,7 @@ bool GNode::read_children(QDataStream& stream, qint32 count, int depth) {
             return false;
         }
         GNode child;
-        if (depth < maxStreamDepth) {
+        if (depth < MAX_STREAM_DEPTH) {
             child.from_stream_at(stream, depth + 1);
         } else {
             stream.setStatus(QDataStream::ReadCorruptData);
@@ -102,8 +102,8 @@ bool GNode::read_children(QDataStream& stream, qint32 count, int depth) {
 QString GNode::to_qstring(const GNode& node) {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(streamVersion);
-    stream << magicNumber << formatVersion;
+    stream.setVersion(STREAM_VERSION);
+    stream << MAGIC_NUMBER << FORMAT_VERSION;
     node.to_stream(stream);
     return QString::fromLatin1(bytes.toBase64());
 }
@@ -120,7 +120,7 @@ GNode GNode::from_qstring(const QString& text) {
         return node;
     }
     QDataStream stream(bytes);
-    stream.setVersion(streamVersion);
+    stream.setVersion(STREAM_VERSION);
     if (!read_header(stream)) {
         return node;
     }
@@ -152,8 +152,8 @@ QString GNode::get_md5_string(int flags) const {
 }
 
 bool GNode::equals(const GNode& other) const {
-    constexpr int flags = checksum::GMD5::UPPER_CASE | checksum::GMD5::WITH_BLANKS;
-    return get_md5_string(flags) == other.get_md5_string(flags);
+    constexpr int FLAGS = checksum::GMD5::UPPER_CASE | checksum::GMD5::WITH_BLANKS;
+    return get_md5_string(FLAGS) == other.get_md5_string(FLAGS);
 }
 
 void GNode::show(unsigned indent) const {
@@ -182,8 +182,8 @@ QString GNode::to_qstring(const QVariant& value) {
         case QMetaType::QRectF:
             return str::qprintF("$", value.toRectF());
         case QMetaType::QByteArray: {
-            constexpr unsigned bytesShown = 10;
-            return convert::to_string(convert::to_std_string(value.toByteArray(), bytesShown));
+            constexpr unsigned BYTES_SHOWN = 10;
+            return convert::to_string(convert::to_std_string(value.toByteArray(), BYTES_SHOWN));
         }
         default:
             return value.toString();

@@ -11,33 +11,33 @@ namespace ze {
 
 namespace {
 
-constexpr QChar quoteMark = u'"';
-constexpr qsizetype noWord = -1;
-constexpr qsizetype usualToken = 8;  // with its delimiter; room for tokens is made once
+constexpr QChar QUOTE_MARK = u'"';
+constexpr qsizetype NO_WORD = -1;
+constexpr qsizetype USUAL_TOKEN = 8;  // with its delimiter; room for tokens is made once
 
 // Answers for one character without a walk through the delimiters: nearly every character of a text
 // is asked.
 class DelimiterSet {
 public:
-    explicit DelimiterSet(QStringView delimiters) : all_(delimiters) {
+    explicit DelimiterSet(QStringView delimiters) : all(delimiters) {
         for (const QChar c : delimiters) {
-            (c.unicode() < tableSize ? latin_ : wideLowByte_)[c.unicode() % tableSize] = true;
+            (c.unicode() < TABLE_SIZE ? latin : wideLowByte)[c.unicode() % TABLE_SIZE] = true;
         }
     }
 
     [[nodiscard]] bool contains(QChar c) const {
-        if (c.unicode() < tableSize) {
-            return latin_[c.unicode()];
+        if (c.unicode() < TABLE_SIZE) {
+            return latin[c.unicode()];
         }
-        return wideLowByte_[c.unicode() % tableSize] && all_.contains(c);
+        return wideLowByte[c.unicode() % TABLE_SIZE] && all.contains(c);
     }
 
 private:
-    static constexpr std::size_t tableSize = 256;
+    static constexpr std::size_t TABLE_SIZE = 256;
 
-    QStringView all_;
-    std::array<bool, tableSize> latin_ = {};
-    std::array<bool, tableSize> wideLowByte_ = {};
+    QStringView all;
+    std::array<bool, TABLE_SIZE> latin = {};
+    std::array<bool, TABLE_SIZE> wideLowByte = {};
 };
 
 bool is_blank(QChar c) {
@@ -76,32 +76,32 @@ GTokenizer::GTokenizer(const QString& text, const QString& delimiters, bool keep
 int GTokenizer::buildToken(const QString& text, const QString& delimiters, bool keep_delimiters,
                            bool quotes) {
     tokens.clear();
-    tokens.reserve(static_cast<std::size_t>(text.size() / usualToken) + 1);
+    tokens.reserve(static_cast<std::size_t>(text.size() / USUAL_TOKEN) + 1);
     const QStringView view = text;
     const DelimiterSet set(delimiters);
-    qsizetype word = noWord;
+    qsizetype word = NO_WORD;
     const auto end_word = [this, view, &word](qsizetype end) {
-        if (word != noWord) {
+        if (word != NO_WORD) {
             tokens.push_back(view.sliced(word, end - word));
-            word = noWord;
+            word = NO_WORD;
         }
     };
     for (qsizetype at = 0; at < view.size(); ++at) {
-        if (quotes && view[at] == quoteMark) {
-            const qsizetype close = view.indexOf(quoteMark, at + 1);
+        if (quotes && view[at] == QUOTE_MARK) {
+            const qsizetype close = view.indexOf(QUOTE_MARK, at + 1);
             if (close < 0) {
-                word = word == noWord ? noWord : at;
+                word = word == NO_WORD ? NO_WORD : at;
                 break;
             }
             tokens.push_back(view.sliced(at, close + 1 - at));
-            word = noWord;
+            word = NO_WORD;
             at = close;
         } else if (set.contains(view[at])) {
             end_word(at);
             if (keep_delimiters) {
                 tokens.push_back(view.sliced(at, 1));
             }
-        } else if (word == noWord) {
+        } else if (word == NO_WORD) {
             word = at;
         }
     }
@@ -189,7 +189,7 @@ bool GTokenizer::is_WhiteSpace(unsigned index) const {
 }
 
 bool GTokenizer::is_String(QStringView token) {
-    return token.startsWith(quoteMark) && token.endsWith(quoteMark);
+    return token.startsWith(QUOTE_MARK) && token.endsWith(QUOTE_MARK);
 }
 
 bool GTokenizer::is_Number(QStringView token) {

@@ -162,7 +162,7 @@ QVariant read_value_at(QDataStream& stream, int depth) {
     if (stream.status() != QDataStream::Ok) {
         return {};
     }
-    if (depth >= maxStreamDepth) {
+    if (depth >= MAX_STREAM_DEPTH) {
         return corrupt(stream);
     }
     const QVariant value = read_content(stream, typeId, depth);

@@ -10,7 +10,7 @@ class QDataStream;
 namespace ze::store {
 
 /// How deep nodes in nodes, and lists in lists, may stand in a stream; each level costs stack.
-inline constexpr int maxStreamDepth = 256;
+inline constexpr int MAX_STREAM_DEPTH = 256;
 
 /// Reads what `stream << QVariant` wrote. A type that is not on the list, or a nesting too deep,
 /// sets the stream's status to ReadCorruptData.
