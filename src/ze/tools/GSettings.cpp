@@ -39,7 +39,7 @@ void restrict_to_owner(QFile& file) {
 // place of the whole one and reports success. So the room is asked for before it writes. Where not
 // even a temporary file can be made, QSettings cannot write either and says so.
 bool has_room(const QString& name) {
-    constexpr qint64 GROWTH = 64 * 1024;  // more than one write adds to the settings
+    constexpr qint64 GROWTH = qint64{64} * 1024;  // more than one write adds to the settings
     const QFileInfo file(name);
     QTemporaryFile probe(file.path() + QStringLiteral("/XXXXXX"));
     if (!probe.open()) {

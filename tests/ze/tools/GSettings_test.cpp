@@ -87,6 +87,22 @@ TEST_F(GSettingsTest, keeps_values_of_an_owner_under_a_key_of_their_own) {
 
 const QString KEY = QStringLiteral("key");
 
+TEST_F(GSettingsTest, reads_every_type_under_the_key_of_its_owner) {
+    QObject owner;
+    owner.setObjectName(QStringLiteral("panel"));
+    SettingsStore store;
+    store.set(KEY, 7, &owner);
+    EXPECT_EQ(store.get_uint(KEY, 5, &owner), 7u);
+    EXPECT_EQ(store.get_uint(KEY, 5, nullptr), 5u);
+    EXPECT_EQ(store.get_float(KEY, 5, &owner), 7);
+    EXPECT_EQ(store.get_float(KEY, 5, nullptr), 5);
+    EXPECT_EQ(store.get_double(KEY, 5, &owner), 7);
+    EXPECT_EQ(store.get_double(KEY, 5, nullptr), 5);
+    store.set(KEY, Qt::red, &owner);
+    EXPECT_EQ(store.get_color(KEY, Qt::blue, &owner), QColor(Qt::red));
+    EXPECT_EQ(store.get_color(KEY, Qt::blue, nullptr), QColor(Qt::blue));
+}
+
 TEST_F(GSettingsTest, reads_numbers_back_from_the_file) {
     {
         SettingsStore store;
