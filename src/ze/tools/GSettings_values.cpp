@@ -1,3 +1,4 @@
+// The typed values and nodes of the settings, and the keys they stand under.
 #include "ze/store/GNode.h"
 #include "ze/tools/GSettings.h"
 

@@ -1,3 +1,4 @@
+// A point in time as the fields of the local calendar, and as text.
 #include "ze/tools/GTime.h"
 #include "ze/tools/calendar.h"
 #include "ze/tools/clock.h"

@@ -1,3 +1,4 @@
+// What a log says of a variant.
 #include "ze/store/GType.h"
 #include "ze/tools/convert.h"
 #include "ze/tools/format.h"

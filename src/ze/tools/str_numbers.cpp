@@ -1,3 +1,4 @@
+// Numbers, sizes and bytes as text for people.
 #include "ze/tools/str.h"
 
 #include <algorithm>
