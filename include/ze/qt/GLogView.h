@@ -5,11 +5,17 @@
 #include "ze/qt/components/GPlainTextEdit.h"
 
 #include <cstdint>
+#include <span>
 
 namespace ze::qt {
 
 class GLogView : public GPlainTextEdit {
 public:
+    struct Line {
+        QString text;
+        int level = 0;
+    };
+
     GLogView();
 
     /// Takes the colours of a theme, for the background and for the lines to come.
@@ -22,6 +28,8 @@ public:
     /// Appends one line in the colours of its level, 0 to 4; any other level is white on black. The
     /// oldest lines go when there are more than 20,000.
     void append_line(const QString& text, int level);
+    /// The same for many lines, at much less than the cost of each alone.
+    void append_lines(std::span<const Line> lines);
 
 protected:
     /// Logs the event; a double click selects nothing.

@@ -3,11 +3,12 @@
 #pragma once
 
 #include "ze/log/LogAppender.h"
+#include "ze/qt/GLogView.h"
 #include "ze/qt/GPanel.h"
 
-namespace ze::qt {
+#include <vector>
 
-class GLogView;
+namespace ze::qt {
 
 class GPanelLogView : public GPanel, public log::LogAppender {
 public:
@@ -22,6 +23,8 @@ public:
     /// Takes lines and shows, or neither.
     void set_enabled(bool on) override;
 
+    /// Level and columns of the lines to come; the view stays as it is.
+    void set_config(const log::LogConfig& theConfig);
     /// Takes over a whole configuration: font size, scrolling, and the enabled state.
     void apply_config(const log::LogConfig& stored);
 
@@ -41,7 +44,10 @@ public:
     [[nodiscard]] GLogView* get_view() const noexcept { return view; }
 
 private:
+    void append_pending();
+
     GLogView* view = nullptr;
+    std::vector<GLogView::Line> pending;  // of other threads; guarded by mutexWorker
 };
 
 }  // namespace ze::qt

@@ -12,6 +12,8 @@
 #include <QTextCursor>
 #include <QTextDocument>
 
+#include <algorithm>
+
 namespace ze::qt {
 
 namespace {
@@ -108,6 +110,15 @@ bool is_virgin(const QTextDocument& document) {
     return document.blockCount() == 1 && document.firstBlock().text().isEmpty();
 }
 
+void insert_line(QTextCursor& cursor, const QString& text, const LineFormat& format) {
+    if (is_virgin(*cursor.document())) {
+        cursor.setBlockFormat(format.line);
+    } else {
+        cursor.insertBlock(format.line);
+    }
+    cursor.insertText(text, format.text);
+}
+
 }  // namespace
 
 GLogView::GLogView() : GPlainTextEdit(QString()) {
@@ -127,16 +138,19 @@ void GLogView::adapt_to_settings(unsigned mode) {
 }
 
 void GLogView::append_line(const QString& text, int level) {
+    const Line line{text, level};
+    append_lines({&line, 1});
+}
+
+void GLogView::append_lines(std::span<const Line> lines) {
     QTextCursor cursor = textCursor();
     cursor.movePosition(QTextCursor::End);
     const int horizontal = horizontalScrollBar()->value();
-    const LineFormat format = make_format(colorMode, level);
-    if (is_virgin(*document())) {
-        cursor.setBlockFormat(format.line);
-    } else {
-        cursor.insertBlock(format.line);
+    cursor.beginEditBlock();  // laid out once, at its end
+    for (const Line& line : lines.last(std::min<std::size_t>(lines.size(), MAX_LINES))) {
+        insert_line(cursor, line.text, make_format(colorMode, line.level));
     }
-    cursor.insertText(text, format.text);
+    cursor.endEditBlock();
     setTextCursor(cursor);
     horizontalScrollBar()->setValue(auto_scroll_left ? 0 : horizontal);
 }

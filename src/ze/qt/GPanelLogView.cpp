@@ -1,7 +1,6 @@
 #include "ze/qt/GPanelLogView.h"
 
 #include "ze/log/log.h"
-#include "ze/qt/GLogView.h"
 #include "ze/qt/guitools/GGui.h"
 #include "ze/qt/inline/GGui_inline.h"
 #include "ze/qt/themes.h"
@@ -10,6 +9,8 @@
 #include <QFont>
 #include <QMetaObject>
 #include <QThread>
+
+#include <mutex>
 
 namespace ze::qt {
 
@@ -53,19 +54,38 @@ void GPanelLogView::log_string(unsigned counter, log::LOG_LEVEL level, const cha
         view->append_line(line, static_cast<int>(level));
         return;
     }
-    const auto append = [target = view, line, level] {
-        target->append_line(line, static_cast<int>(level));
-    };
-    QMetaObject::invokeMethod(view, append, Qt::QueuedConnection);
+    // The log is locked while it is here.
+    pending.push_back({line, static_cast<int>(level)});
+    if (pending.size() == 1) {
+        QMetaObject::invokeMethod(
+            this, [this] { append_pending(); }, Qt::QueuedConnection);
+    }
+}
+
+void GPanelLogView::append_pending() {
+    std::vector<GLogView::Line> lines;
+    {
+        const std::lock_guard lock(mutexWorker);
+        lines.swap(pending);
+    }
+    view->append_lines(lines);
 }
 
 void GPanelLogView::set_enabled(bool on) {
-    LogAppender::set_enabled(on);
+    {
+        const std::lock_guard lock(mutexWorker);
+        LogAppender::set_enabled(on);
+    }
     setVisible(on);
 }
 
+void GPanelLogView::set_config(const log::LogConfig& theConfig) {
+    const std::lock_guard lock(mutexWorker);  // another thread may be inside log_string
+    config = theConfig;
+}
+
 void GPanelLogView::apply_config(const log::LogConfig& stored) {
-    config = stored;
+    set_config(stored);
     set_font_size(static_cast<int>(config.fontSize));
     set_auto_scroll_left(config.autoScrollHorz);
     set_enabled(config.is_enabled());

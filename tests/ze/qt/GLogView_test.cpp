@@ -119,6 +119,28 @@ TEST_F(LogView, it_follows_the_newest_line) {
     EXPECT_EQ(view.textCursor().block(), view.document()->lastBlock());
 }
 
+TEST_F(LogView, many_lines_at_once_look_like_each_alone) {
+    const GLogView::Line lines[] = {{QStringLiteral("first"), 0}, {QStringLiteral("second"), 3}};
+    view.append_lines(lines);
+    view.append_lines({});
+    EXPECT_EQ(view.toPlainText(), QStringLiteral("first\nsecond"));
+    EXPECT_EQ(colors_of(view.document()->firstBlock()), QStringLiteral("#000000 on #ff7f7f"));
+    EXPECT_EQ(colors_of(view.document()->lastBlock()), QStringLiteral("#000000 on #e6e6e6"));
+    EXPECT_EQ(view.textCursor().block(), view.document()->lastBlock());
+}
+
+TEST_F(LogView, of_too_many_lines_at_once_the_newest_stay) {
+    std::vector<GLogView::Line> lines;
+    for (int i = 0; i < 20001; ++i) {
+        lines.push_back({QString::number(i), 3});
+    }
+    view.append_line(QStringLiteral("before"), 3);
+    view.append_lines(lines);
+    EXPECT_EQ(view.blockCount(), 20000);
+    EXPECT_EQ(view.document()->firstBlock().text(), QStringLiteral("1"));
+    EXPECT_EQ(view.document()->lastBlock().text(), QStringLiteral("20000"));
+}
+
 TEST_F(LogView, the_oldest_lines_go_first) {
     for (int i = 0; i < 20001; ++i) {
         view.append_line(QString::number(i), 3);

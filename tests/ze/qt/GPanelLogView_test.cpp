@@ -4,11 +4,13 @@
 #include "ze/qt/GLogView.h"
 #include "ze/qt/ProbeWindow.h"
 #include "ze/qt/components/GAction.h"
+#include "ze/qt/guitools/GGui.h"
 #include "ze/qt/themes.h"
 
 #include "support/LogCapture.h"
 
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QFontInfo>
 #include <QRegularExpression>
 #include <QTextBlock>
@@ -212,22 +214,46 @@ TEST_F(LogPanel, two_threads_share_the_panel_and_each_keeps_its_order) {
     }
 }
 
-TEST_F(LogPanel, the_window_answers_keys_after_a_burst) {
-    int pressed = 0;
+TEST_F(LogPanel, its_configuration_may_change_while_another_thread_logs) {
+    constexpr int LINES = 500;
+    std::thread worker([] {
+        for (int i = 0; i < LINES; ++i) {
+            ze::pp("line");
+        }
+    });
+    LogConfig changed = panel.config;
+    for (int i = 0; i < LINES; ++i) {
+        changed.logControl.set_bit(ze::log::COLUMN_LEVEL, i % 2 == 0);
+        panel.set_config(changed);
+        panel.set_enabled(true);
+    }
+    worker.join();
+    EXPECT_TRUE(test::wait_for([this] { return lines().size() == LINES; }));
+}
+
+TEST_F(LogPanel, a_key_pressed_behind_a_burst_is_answered_in_time) {
+    constexpr int BURST = 30000;
+    constexpr int ANSWER_MS = 3000;
+    panel.set_enabled(false);
+    bool answered = false;
     test::ProbeWindow window;
-    window.withLog = false;
     window.setup();
-    window.gen_action(QStringLiteral("F9"))->triggered_signal += [&pressed] {
-        ++pressed;
+    window.gen_action(QStringLiteral("F9"))->triggered_signal += [&answered] {
+        answered = true;
     };
+    window.on_logger();
     ASSERT_TRUE(window.show_active());
     std::thread([] {
-        for (int i = 0; i < 30000; ++i) {
+        for (int i = 0; i < BURST; ++i) {
             ze::pp("line");
         }
     }).join();
-    QTest::keyClick(&window, Qt::Key_F9);
-    EXPECT_TRUE(test::wait_for([&pressed] { return pressed == 1; }));
+    invoke_later([&window] { QTest::keyClick(&window, Qt::Key_F9); });  // queued behind the lines
+    QElapsedTimer waited;
+    waited.start();
+    EXPECT_TRUE(test::wait_for([&answered] { return answered; }));
+    EXPECT_LT(waited.elapsed(), ANSWER_MS);
+    EXPECT_EQ(window.get_panel_log_view()->get_view()->blockCount(), 20000);
 }
 
 }  // namespace

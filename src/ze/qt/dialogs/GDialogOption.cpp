@@ -147,7 +147,7 @@ void GDialogOption::on_cancel() {
 void GDialogOption::on_ok() {
     ze::pp("GDialogOption, OK");
     GPanelLogView* panel = log_panel();
-    panel->config = config;
+    panel->set_config(config);
     font_size_changed.fire_event(panel->config.fontSize, FIRE_DIRECT);
     auto_scroll_changed.fire_event(panel->config.autoScrollHorz, FIRE_DIRECT);
     winMain->sync_win_settings(false);
