@@ -1,6 +1,7 @@
 // Start-up to the first painted frame and the memory of a main window with panels, a log panel and
 // icons, beside a bare Qt window of the same contents. Each run is a process of its own: this
-// program starts itself as "bare" or "ours", which prints its figures when it has painted.
+// program starts itself as "bare" or "ours", which prints its figures when it has painted. Ours is
+// also measured with the settings of very many windows, beside itself with none.
 
 #include "ze/qt/GApp.h"
 #include "ze/qt/GMainPanel.h"
@@ -10,7 +11,7 @@
 #include "ze/qt/components/GLineEdit.h"
 #include "ze/qt/resources.h"
 
-#include <QElapsedTimer>
+#include <QDir>
 #include <QFile>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -127,8 +128,27 @@ struct Figures {
     double kib = 0;
 };
 
-Figures run(const char* kind) {
+constexpr const char* CONFIG_FOLDER = "XDG_CONFIG_HOME";
+constexpr int MANY_WINDOWS = 5000;
+
+/// Writes the settings of many other windows, about 1 MB.
+void fill_settings(const QString& folder) {
+    QDir(folder).mkpath(QStringLiteral("vork2d.example"));
+    QFile file(folder + QStringLiteral("/vork2d.example/bench.conf"));
+    file.open(QIODevice::WriteOnly);
+    file.write("[config]\nversion=1\n\n[Window]\n");
+    const QByteArray node = QByteArray(200, 'A');
+    for (int i = 0; i < MANY_WINDOWS; ++i) {
+        file.write("Other_" + QByteArray::number(i) + '=' + node + '\n');
+    }
+}
+
+/// Starts this program as one of its kinds, with the settings of a folder.
+Figures run(const char* kind, const QString& folder) {
     QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QLatin1String(CONFIG_FOLDER), folder);
+    process.setProcessEnvironment(environment);
     process.start(QFile::symLinkTarget(QStringLiteral("/proc/self/exe")), {QLatin1String(kind)});
     process.waitForFinished();
     const QList<QByteArray> lines = process.readAllStandardOutput().trimmed().split('\n');
@@ -136,9 +156,9 @@ Figures run(const char* kind) {
     return words.size() < 2 ? Figures() : Figures{words[0].toDouble() / 1e6, words[1].toDouble()};
 }
 
-void startup(benchmark::State& state, const char* kind) {
+void time_startup(benchmark::State& state, const char* kind, const QString& folder) {
     for (auto _ : state) {
-        const Figures figures = run(kind);
+        const Figures figures = run(kind, folder);
         if (figures.seconds <= 0) {
             state.SkipWithError("the child printed no figures");
             return;
@@ -147,15 +167,33 @@ void startup(benchmark::State& state, const char* kind) {
     }
 }
 
+void startup(benchmark::State& state, const char* kind) {
+    time_startup(state, kind, qEnvironmentVariable(CONFIG_FOLDER));
+}
+
+void startup_with_settings(benchmark::State& state, bool many) {
+    const QTemporaryDir folder;
+    if (many) {
+        fill_settings(folder.path());
+    }
+    time_startup(state, "ours", folder.path());
+}
+
 /// The resident memory, told as if a KiB were a microsecond, so that the pair can be compared.
 void startup_memory(benchmark::State& state, const char* kind) {
     for (auto _ : state) {
-        state.SetIterationTime(run(kind).kib / 1e6);
+        state.SetIterationTime(run(kind, qEnvironmentVariable(CONFIG_FOLDER)).kib / 1e6);
     }
 }
 
 BENCHMARK_CAPTURE(startup, ours, "ours")->Name("startup/ours")->UseManualTime();
 BENCHMARK_CAPTURE(startup, peer, "bare")->Name("startup/peer")->UseManualTime();
+BENCHMARK_CAPTURE(startup_with_settings, ours, true)
+    ->Name("startup_with_settings/ours")
+    ->UseManualTime();
+BENCHMARK_CAPTURE(startup_with_settings, peer, false)
+    ->Name("startup_with_settings/peer")
+    ->UseManualTime();
 BENCHMARK_CAPTURE(startup_memory, ours, "ours")->Name("startup_memory/ours")->UseManualTime();
 BENCHMARK_CAPTURE(startup_memory, peer, "bare")->Name("startup_memory/peer")->UseManualTime();
 
@@ -171,7 +209,7 @@ int main(int argc, char** argv) {
     if (argc == 2 && std::strcmp(argv[1], "bare") == 0) {
         return run_bare(argc, argv, start);
     }
-    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+    qputenv(CONFIG_FOLDER, home.path().toUtf8());
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
