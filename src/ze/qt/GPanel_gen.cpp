@@ -7,19 +7,11 @@
 #include "ze/qt/components/GLabel.h"
 #include "ze/qt/inline/GGui_inline.h"
 #include "ze/qt/world_lang.h"
-#include "ze/tools/format.h"
-#include "ze/tools/rnd.h"
 
 #include <QColor>
 #include <QLabel>
 
 namespace ze::qt {
-
-namespace {
-
-constexpr unsigned int NAME_LENGTH = 8;  // of a line that was given no name
-
-}  // namespace
 
 GLabel* GPanel::gen_label(const QString& text, int minWidth) {
     auto* label = gen<GLabel>(text);
@@ -91,10 +83,7 @@ GButton* GPanel::gen_placeholder(const QString& text, bool growH, bool growV) {
 
 GLabel* GPanel::gen_horz_line_str(int height, const QString& color, const QString& name) {
     auto* line = gen<GLabel>(QString());
-    line->setObjectName(name.isEmpty() ? ze::rnd::next_QString(NAME_LENGTH, true) : name);
-    line->setMaximumHeight(height);
-    line->setStyleSheet(ze::str::qprintF("#$ { border: $px solid $; background:$}",
-                                         line->objectName(), height, color, color));
+    line->set_horz_line(height, color, name);
     ze::qt::set_growable_horizontal(static_cast<QWidget*>(line));
     return line;
 }

@@ -1,6 +1,7 @@
 #include "ze/qt/styles.h"
 
 #include "ze/log/exits.h"
+#include "ze/qt/themes.h"
 #include "ze/tools/format.h"
 
 #include <QSlider>
@@ -16,7 +17,7 @@ struct SliderColors {
 };
 
 SliderColors slider_colors(unsigned int theme) {
-    if (theme == 1 || theme == 2) {
+    if (theme == themes::DARK || theme == themes::GREEN) {
         return {"#6FA8C9", "#555", "#2b2b2b"};
     }
     return {"#4A7B9B", "#bbb", "#eee"};

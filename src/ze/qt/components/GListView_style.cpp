@@ -1,16 +1,11 @@
 #include "ze/log/pp.h"
 #include "ze/qt/components/GListView.h"
+#include "ze/qt/themes.h"
 
 namespace ze::qt {
 
-namespace {
-
-constexpr unsigned THEME_NORMAL = 0;
-
-}  // namespace
-
 void GListView::adapt_style(unsigned int theme) {
-    if (theme == THEME_NORMAL) {
+    if (theme == themes::NORMAL) {
         pp("GListView::adapt_style - NORMAL");
         setStyleSheet(create_style_GListView_normal());
     } else {
