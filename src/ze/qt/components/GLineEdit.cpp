@@ -1,5 +1,7 @@
 #include "ze/qt/components/GLineEdit.h"
 
+#include <cmath>
+
 namespace ze::qt {
 
 GLineEdit::GLineEdit(const QString& text, const QString& toolTip)
@@ -51,7 +53,7 @@ long long GLineEdit::get_parsed_long(long long def) const {
 double GLineEdit::get_parsed_double(double def) const {
     bool ok = false;
     const double value = text().trimmed().toDouble(&ok);
-    return ok ? value : def;
+    return ok && std::isfinite(value) ? value : def;  // Qt takes "inf" and "nan" for numbers
 }
 
 }  // namespace ze::qt

@@ -109,11 +109,12 @@ TEST(GLineEdit, a_number_is_read_from_the_trimmed_text) {
         long long asLong;
         double asDouble;
     };
-    for (const Row& row : {Row{" 42 ", 42, 42, 42.0}, Row{"-3", -3, -3, -3.0},
-                           Row{"2147483648", 7, 2147483648LL, 2147483648.0},
-                           Row{"9223372036854775808", 7, 8, 9223372036854775808.0},
-                           Row{"1.5", 7, 8, 1.5}, Row{"0x10", 7, 8, 9.0}, Row{"12a", 7, 8, 9.0},
-                           Row{"", 7, 8, 9.0}, Row{"1e999", 7, 8, 9.0}}) {
+    for (const Row& row :
+         {Row{" 42 ", 42, 42, 42.0}, Row{"-3", -3, -3, -3.0},
+          Row{"2147483648", 7, 2147483648LL, 2147483648.0},
+          Row{"9223372036854775808", 7, 8, 9223372036854775808.0}, Row{"1.5", 7, 8, 1.5},
+          Row{"0x10", 7, 8, 9.0}, Row{"12a", 7, 8, 9.0}, Row{"", 7, 8, 9.0},
+          Row{"1e999", 7, 8, 9.0}, Row{"inf", 7, 8, 9.0}, Row{"nan", 7, 8, 9.0}}) {
         const GLineEdit edit(QString::fromUtf8(row.text));
         EXPECT_EQ(edit.get_parsed_int(7), row.asInt) << row.text;
         EXPECT_EQ(edit.get_parsed_long(8), row.asLong) << row.text;
