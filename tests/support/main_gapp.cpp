@@ -5,14 +5,13 @@
 #include "ze/qt/resources.h"
 
 #include "support/IsolatedHome.h"
+#include "support/offscreen.h"
 
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
     const test::IsolatedHome home;
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
+    test::use_offscreen_platform();
     testing::InitGoogleTest(&argc, argv);
     ze::qt::GApp::prepare_settings(QStringLiteral("vork2d.example"), 0, false,
                                    QStringLiteral("tests"));

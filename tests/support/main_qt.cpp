@@ -1,4 +1,5 @@
 #include "support/IsolatedHome.h"
+#include "support/offscreen.h"
 
 #include <QApplication>
 
@@ -6,9 +7,7 @@
 
 int main(int argc, char** argv) {
     const test::IsolatedHome home;
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
+    test::use_offscreen_platform();
     testing::InitGoogleTest(&argc, argv);
     const QApplication app(argc, argv);
     return RUN_ALL_TESTS();

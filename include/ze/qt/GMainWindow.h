@@ -13,6 +13,8 @@
 #include "ze/store/GNode.h"
 #include "ze/tools/Listener.h"
 
+#include <QPointer>
+
 #include <functional>
 #include <memory>
 #include <vector>
@@ -97,8 +99,7 @@ public:
     Listener<bool> log_toggle_listener;          ///< the log panel was turned on or off
     Listener<unsigned int> theme_listener;       ///< the palette changed; the window's theme
     std::function<void()> close_hook;            ///< first in closeEvent; may be empty
-
-    std::function<void()> post_ini_hook;  ///< called by post_ini(); may be empty
+    std::function<void()> post_ini_hook;         ///< called by post_ini(); may be empty
 
     // --- life ----------------------------------------------------------------------------------
 
@@ -185,20 +186,14 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    /// What stands on the buttons of the log panel, as text or as icon.
-    struct LogRowFaces {
-        QString options;
-        QString optionsTip;
-        QString clear;
-        QString copy;
-        QString line;
-    };
+    struct LogRowFaces;
 
     void take_identity(std::unique_ptr<BaseWindowClazz> made);
     void post(std::function<void()> call);
     void post_settings_changed();
     void keep_reachable();
     void send_layout_event(int reason, int fontSize);
+    void restore_theme();
     void restore_geometry();
     void restore_font();
     void notify_theme();
@@ -214,8 +209,8 @@ private:
     void release_key(const QKeySequence& key);
     static void report_many_hits(const QString& name, std::size_t hits);
 
-    store::GNode nodeSpare;  // no key lives here
-    GPanelLogView* panLog = nullptr;
+    store::GNode nodeSpare;          // no key lives here
+    QPointer<GPanelLogView> panLog;  // goes with the central panel that holds it
     bool first_resize_done = false;
     unsigned int themeCurrent = 0;
     std::unique_ptr<BaseWindowClazz> identity;

@@ -10,8 +10,6 @@
 #include "ze/tools/format.h"
 #include "ze/tools/rnd.h"
 
-#include <QPointer>
-
 namespace ze::qt {
 
 namespace {
@@ -65,7 +63,7 @@ GMainPanel* GMainWindow::gen_main_panel(GLAYOUT kind) {
 
 GPanel* GMainWindow::get_main_panel() const {
     if (centralWidget() == nullptr) {
-        ze::pp_warn("GMainWindow::get_main_panel, centralWidget() == nullptr");
+        ze::pp_warn("GMainWindow::get_main_panel, centralWidget() == nullpr");
         return nullptr;
     }
     auto* panel = dynamic_cast<GPanel*>(centralWidget());

@@ -3,14 +3,12 @@
 #include "ze/qt/GApp.h"
 #include "ze/qt/GMainWindow.h"
 #include "ze/qt/GPanelLogView.h"
-#include "ze/qt/themes.h"
 #include "ze/tools/GSettings.h"
 #include "ze/tools/convert.h"
 #include "ze/tools/os.h"
 
 #include <QCloseEvent>
 #include <QFont>
-#include <QPalette>
 #include <QScreen>
 
 #include <algorithm>
@@ -20,11 +18,9 @@ namespace ze::qt {
 namespace {
 
 const QString KEY_BOUNDS = QStringLiteral("__bounds");  // on the command line
-const QString KEY_THEME = QStringLiteral("theme");
 const QString KEY_GEOMETRY = QStringLiteral("geometry");
 const QString KEY_STATE = QStringLiteral("state");
 const QString KEY_POINT_SIZE = QStringLiteral("pointSize");
-const QString KEY_LOG = QStringLiteral("log");
 
 constexpr int STORED_POINT_SIZE_MIN = 6;
 constexpr int STORED_POINT_SIZE_MAX = 28;
@@ -60,12 +56,7 @@ void GMainWindow::post_ini() {
 }
 
 void GMainWindow::restore_state() {
-    themeCurrent = settingsNode.get<unsigned int>(KEY_THEME, themeCurrent);
-    if (themeCurrent == THEME_OF_APPLICATION) {
-        unset_palette();
-    } else {
-        setPalette(themes::get_palette(themeCurrent));
-    }
+    restore_theme();
     if (ze::os::is_desktop()) {
         restore_geometry();
     }
@@ -74,7 +65,7 @@ void GMainWindow::restore_state() {
 
 void GMainWindow::restore_geometry() {
     const auto geometryStored = settingsNode.get<QByteArray>(KEY_GEOMETRY, {});
-    if (!geometryStored.isEmpty()) {
+    if (!geometryStored.isEmpty() && screen() != nullptr) {
         restoreGeometry(geometryStored);
         keep_reachable();
     }
@@ -111,16 +102,12 @@ void GMainWindow::keep_reachable() {
 
 void GMainWindow::save_state() {
     ze::pp("GMainWindow::save_state");
-    settingsNode.set(KEY_GEOMETRY, saveGeometry());
+    if (screen() != nullptr) {  // Qt crashes in both where there is none
+        settingsNode.set(KEY_GEOMETRY, saveGeometry());
+    }
     settingsNode.set(KEY_STATE, saveState());
     settingsNode.set(KEY_POINT_SIZE, font().pointSize());
     sync_win_settings(false);
-}
-
-void GMainWindow::store_log_config() {
-    if (panLog != nullptr) {
-        settingsNode.set_pod(KEY_LOG, panLog->config);
-    }
 }
 
 void GMainWindow::sync_win_settings(bool withLog) {

@@ -20,6 +20,8 @@ namespace ze::qt {
 
 namespace {
 
+const QString KEY_LOG = QStringLiteral("log");  // in the settings
+
 constexpr int PANEL_MIN_HEIGHT = 100;  // pixels
 constexpr unsigned MENU_WIDTH = 150;   // pixels
 constexpr unsigned MENU_DELAY = 200;   // milliseconds
@@ -32,6 +34,15 @@ Generator* as_generator(QWidget* parent) {
 }
 
 }  // namespace
+
+/// What stands on the buttons of the log panel, as text or as icon.
+struct GMainWindow::LogRowFaces {
+    QString options;
+    QString optionsTip;
+    QString clear;
+    QString copy;
+    QString line;
+};
 
 GPanelLogView* GMainWindow::gen_log_panel(QWidget* parent) {
     if (panLog != nullptr) {
@@ -46,9 +57,15 @@ GPanelLogView* GMainWindow::gen_log_panel(QWidget* parent) {
     panLog = generator->gen<GPanelLogView>();
     log::LogConfig defaults;
     defaults.ini();
-    panLog->apply_config(settingsNode.get_pod(QStringLiteral("log"), defaults));
+    panLog->apply_config(settingsNode.get_pod(KEY_LOG, defaults));
     panLog->setMinimumHeight(PANEL_MIN_HEIGHT);
     return panLog;
+}
+
+void GMainWindow::store_log_config() {
+    if (panLog != nullptr) {
+        settingsNode.set_pod(KEY_LOG, panLog->config);
+    }
 }
 
 GPanelLogView* GMainWindow::get_panel_log_view() const {

@@ -17,6 +17,8 @@ namespace ze::qt {
 
 namespace {
 
+const QString KEY_THEME = QStringLiteral("theme");  // in the settings
+
 constexpr int FONT_SIZE_MIN = 8;
 constexpr int FONT_SIZE_MAX = 20;
 
@@ -77,6 +79,15 @@ void GMainWindow::unset_palette() {
     setPalette(QPalette());  // Qt clears WA_SetPalette and hands the application's palette down
 }
 
+void GMainWindow::restore_theme() {
+    themeCurrent = settingsNode.get<unsigned int>(KEY_THEME, themeCurrent);
+    if (themeCurrent == THEME_OF_APPLICATION) {
+        unset_palette();
+    } else {
+        setPalette(themes::get_palette(themeCurrent));
+    }
+}
+
 void GMainWindow::set_theme(unsigned int theme, unsigned int) {
     if (theme <= themes::GREEN) {
         setPalette(themes::get_palette(theme));
@@ -87,7 +98,7 @@ void GMainWindow::set_theme(unsigned int theme, unsigned int) {
     } else {
         ze::pp_error("GMainWindow::set_theme, theme:$ is unknow", theme);
     }
-    settingsNode.set(QStringLiteral("theme"), themeCurrent);
+    settingsNode.set(KEY_THEME, themeCurrent);
     adapt_icons_to_theme();
     adapt_log_view();
     adapt_themes();

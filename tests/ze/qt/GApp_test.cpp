@@ -3,18 +3,22 @@
 
 #include "ze/qt/ProbeWindow.h"
 #include "ze/qt/event/EventFilter.h"
+#include "ze/qt/guitools/dim.h"
 #include "ze/qt/themes.h"
 #include "ze/tools/version.h"
 
 #include "support/LogCapture.h"
+#include "support/offscreen.h"
 
 #include <QFile>
+#include <QLibraryInfo>
 #include <QMetaType>
 #include <QScreen>
 #include <QTemporaryDir>
 #include <QTouchEvent>
 
 #include <clocale>
+#include <cstdlib>
 #include <optional>
 
 #include <gtest/gtest.h>
@@ -28,6 +32,7 @@ using Lines = std::vector<std::string>;
 class WithApp : public testing::Test {
 protected:
     WithApp() {
+        test::use_offscreen_platform();
         log.ignore("Listener::~Listener@");
         GApp::argv = ze::store::GArgv();
     }
@@ -263,23 +268,77 @@ TEST_F(WithApp, main_windows_are_found_among_the_top_level_widgets) {
     EXPECT_EQ(GApp::get_windows(false).size(), 2U);
 }
 
-TEST_F(WithApp, a_narrow_screen_gets_a_window_that_can_be_reached) {
+// --- screens -------------------------------------------------------------------------------------
+
+/// An application on the screens of a list in JSON.
+class WithScreens : public WithApp {
+protected:
+    ~WithScreens() override { dim::optSize.reset(); }
+
+    void start_on(const QByteArray& screens, const std::vector<std::string>& arguments = {}) {
+        QFile config(folder.filePath(QStringLiteral("screens.json")));
+        ASSERT_TRUE(config.open(QIODevice::WriteOnly));
+        config.write("{\"screens\":[" + screens + "]}");
+        config.close();
+        const QByteArray before = qgetenv("QT_QPA_PLATFORM");
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + config.fileName().toUtf8());
+        start(arguments);
+        qputenv("QT_QPA_PLATFORM", before);
+        dim::optSize.reset();
+    }
+
     QTemporaryDir folder;
-    QFile config(folder.filePath(QStringLiteral("screens.json")));
-    ASSERT_TRUE(config.open(QIODevice::WriteOnly));
-    config.write(R"({"screens":[{"name":"narrow","x":0,"y":0,"width":200,"height":900,)"
-                 R"("logicalDpi":96,"logicalBaseDpi":96,"dpr":1}]})");
-    config.close();
-    const QByteArray before = qgetenv("QT_QPA_PLATFORM");
-    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + config.fileName().toUtf8());
-    start({"--__bounds", "400,0,800,600"});
-    qputenv("QT_QPA_PLATFORM", before);
+};
+
+constexpr const char* NARROW =
+    R"({"name":"narrow","x":0,"y":0,"width":200,"height":900,"logicalDpi":96,)"
+    R"("logicalBaseDpi":96,"dpr":1})";
+
+TEST_F(WithScreens, a_narrow_one_counts_as_a_square) {
+    start_on(NARROW);
+    EXPECT_EQ(dim::get_info(), "HORIZONTAL, 300x300 => SMALL");
+}
+
+TEST_F(WithScreens, a_narrow_one_gets_a_window_that_can_be_reached) {
+    start_on(NARROW, {"--__bounds", "400,0,800,600"});
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     ASSERT_EQ(screen.size(), QSize(200, 900));
     test::ProbeWindow window;
     window.setup();
     window.show();
     EXPECT_TRUE(screen.contains(window.geometry().topLeft())) << window.x() << ',' << window.y();
+}
+
+TEST_F(WithScreens, without_any_the_size_is_a_square_and_a_window_can_be_made) {
+    start_on(NARROW);
+    const QByteArray geometry = QWidget().saveGeometry();
+    app.reset();
+    start_on("");
+    ASSERT_EQ(QGuiApplication::primaryScreen(), nullptr);
+    EXPECT_EQ(dim::get_info(), "HORIZONTAL, 300x300 => SMALL");
+    test::ProbeWindow window;
+    window.setup();
+    window.settingsNode.set(QStringLiteral("geometry"), geometry);
+    window.set_theme(1, 0);
+    window.save_state();
+    window.restore_state();
+    EXPECT_TRUE(window.is_theme_dark());
+}
+
+TEST_F(WithApp, a_missing_svg_plug_in_leaves_one_line) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");  // a process that has loaded no plug-in yet
+    const auto start_without_plugins = [this] {
+        const QString plugins = QLibraryInfo::path(QLibraryInfo::PluginsPath);
+        qputenv("QT_QPA_PLATFORM_PLUGIN_PATH", plugins.toUtf8() + "/platforms");
+        QCoreApplication::setLibraryPaths({});
+        start();
+        log.clear();
+        QCoreApplication::processEvents();
+        const Lines expected = {
+            "WRN check_svg_support, Qt's SVG plug-in is missing: icons stay blank"};
+        std::exit(log.lines_with_level() == expected ? 0 : 1);
+    };
+    EXPECT_EXIT(start_without_plugins(), testing::ExitedWithCode(0), "");
 }
 
 // --- theme and touch -----------------------------------------------------------------------------

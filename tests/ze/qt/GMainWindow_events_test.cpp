@@ -10,6 +10,7 @@
 #include <QAbstractButton>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QGestureEvent>
 #include <QMimeData>
 #include <QUrl>
 #include <QWindowStateChangeEvent>
@@ -186,6 +187,25 @@ TEST_F(WindowEvents, dropped_text_is_accepted_and_logs_nothing) {
     EXPECT_EQ(log.lines(), Lines());
 }
 
+// --- gestures ------------------------------------------------------------------------------------
+
+TEST_F(WindowEvents, a_pinch_is_logged_with_its_scale) {
+    QPinchGesture pinch;
+    pinch.setScaleFactor(1.5);
+    QGestureEvent event({&pinch});
+    window.on_gesture_event(&event);
+    EXPECT_EQ(log.lines_with_level(),
+              (Lines{"DEB GMainWindow::on_gesture_event",
+                     "DEB     GMainWindow::on_gesture_event, scaleFactor:1.500000"}));
+}
+
+TEST_F(WindowEvents, another_gesture_is_only_named) {
+    QSwipeGesture swipe;
+    QGestureEvent event({&swipe});
+    window.on_gesture_event(&event);
+    EXPECT_EQ(log.lines(), Lines{"GMainWindow::on_gesture_event"});
+}
+
 // --- keys ----------------------------------------------------------------------------------------
 
 /// A window whose operations only tell that they ran.
@@ -280,6 +300,15 @@ TEST_F(WindowEvents, the_operations_of_the_base_report_themselves) {
     EXPECT_EQ(log.lines(), (Lines{"GMainWindow::on_new_window - overwrite me",
                                   "GMainWindow::on_open", "GMainWindow::on_select_all",
                                   "GMainWindow::on_logger, panLogger == nullptr"}));
+}
+
+TEST_F(WindowEvents, a_reset_clears_the_settings) {
+    GSettings::instance().set(QStringLiteral("k"), 1, nullptr);
+    window.on_reset_config_and_quit();
+    EXPECT_FALSE(GSettings::instance().contains(QStringLiteral("k")));
+    EXPECT_EQ(log.lines(),
+              (Lines{"GMainWindow::on_reset_config_and_quit", "GApp::reset_settings_and_quit",
+                     "GSettings::clear_config", "GSettings::~clear_config"}));
 }
 
 TEST_F(WindowEvents, full_screen_is_toggled) {

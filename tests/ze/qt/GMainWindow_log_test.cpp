@@ -15,6 +15,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 
@@ -89,6 +90,34 @@ TEST_F(WindowLog, a_panel_and_a_splitter_can_hold_the_log_and_nothing_else) {
     EXPECT_EQ(other.gen_log_panel(splitter)->parentWidget(), splitter);
 }
 
+TEST_F(WindowLog, a_moved_divider_is_a_change_of_settings) {
+    Lines fired;
+    GSplitter splitter;
+    splitter.gen<QLabel>(QStringLiteral("a"));
+    splitter.gen<QLabel>(QStringLiteral("b"));
+    splitter.divider_listener += [&fired](const DividerEvent& event) {
+        fired.push_back("divider at " + std::to_string(event.pos));
+    };
+    gApp->settings_changed_listener.set("test", [&fired] { fired.push_back("settings"); });
+    Q_EMIT splitter.splitterMoved(120, 1);
+    gApp->settings_changed_listener.set("test", {});
+    EXPECT_EQ(fired, (Lines{"divider at 120", "settings"}));
+}
+
+TEST_F(WindowLog, a_damaged_configuration_leaves_a_log_that_can_be_read) {
+    LogConfig damaged;
+    damaged.fontSize = 2'000'000'000;
+    damaged.logLevel = 77;
+    damaged.logControl.set_bit(ze::log::ENABLED, true);
+    window.settingsNode.set_pod(QStringLiteral("log"), damaged);
+    ProbeWindow again;
+    again.settingsNode = window.settingsNode;
+    again.ini_standards();
+    again.show();
+    ze::pp("a line");
+    EXPECT_LT(again.get_panel_log_view()->get_view()->fontMetrics().height(), 200);
+}
+
 TEST_F(WindowLog, the_stored_configuration_comes_back) {
     panel->config.fontSize = 14;
     panel->config.autoScrollHorz = true;
@@ -127,6 +156,25 @@ TEST_F(WindowLog, the_toggle_shows_stores_and_tells) {
     EXPECT_FALSE(window.is_logger_visible());
     EXPECT_FALSE(stored().is_enabled());
     EXPECT_EQ(told, (std::vector<bool>{true, false}));
+}
+
+TEST_F(WindowLog, a_log_that_went_with_its_panel_is_not_used_any_more) {
+    log.expect_error("GMainWindow::gen_main_panel, already called!");
+    panel->set_enabled(true);
+    window.on_log_options();
+    auto* dialog = window.findChild<GDialogOption*>();
+    window.gen_main_panel(GLAYOUT::VERTICAL);
+    EXPECT_TRUE(test::wait_for([this] { return window.get_panel_log_view() == nullptr; }));
+    log.clear();
+    window.on_logger();
+    window.sync_win_settings(true);
+    dialog->font_size_changed.fire_event(12);
+    dialog->auto_scroll_changed.fire_event(true);
+    EXPECT_FALSE(window.is_logPanel_enabled());
+    EXPECT_EQ(log.lines(),
+              (Lines{"GMainWindow::on_logger, panLogger == nullptr",
+                     "GMainWindow::sync_win_settings", "GMainWindow::on_options, fontSize:12",
+                     "pan log ?", "GMainWindow::on_options, flagAutoHScroll:true"}));
 }
 
 // --- the buttons ---------------------------------------------------------------------------------

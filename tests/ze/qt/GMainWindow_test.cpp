@@ -342,7 +342,7 @@ TEST_F(MainWindow, without_a_main_panel_there_is_a_warning) {
     ProbeWindow window;
     EXPECT_EQ(window.get_main_panel(), nullptr);
     EXPECT_EQ(log.lines_with_level(),
-              Lines{"WRN GMainWindow::get_main_panel, centralWidget() == nullptr"});
+              Lines{"WRN GMainWindow::get_main_panel, centralWidget() == nullpr"});
 }
 
 TEST_F(MainWindow, widgets_are_found_by_kind_and_name) {

@@ -113,6 +113,14 @@ TEST_F(WindowTheme, themes_rotate) {
     EXPECT_EQ(seen, (std::vector<unsigned>{1, 2, 0, 1}));
 }
 
+TEST_F(WindowTheme, a_rotation_leaves_its_lines) {
+    ze::log::set_log_level(ze::log::TRACE);
+    window.on_rotate_themes();
+    EXPECT_EQ(log.lines_with_level(), (Lines{"DEB GMainWindow::on_rotate_themes",
+                                             "TRA GMainWindow::~adapt_icons_to_theme, 1 icons",
+                                             "TRA GMainWindow::adapt_log_view *"}));
+}
+
 TEST_F(WindowTheme, a_window_that_follows_the_application_rotates_from_its_theme) {
     themes::set(themes::DARK);
     window.set_theme(GMainWindow::THEME_OF_APPLICATION, 0);

@@ -159,10 +159,10 @@ TEST(GTouchAutomat, a_zoom_of_exactly_the_limit_reports_nothing) {
     EXPECT_EQ(recorder.reports, (Reports{"pan 1", "pan 2", "zoom 0.00"}));
 }
 
-TEST(GTouchAutomat, a_rotation_up_to_the_limit_reports_nothing) {
+TEST(GTouchAutomat, a_rotation_of_exactly_the_limit_reports_nothing) {
     Recorder recorder;
     recorder.begin({{0, 0}, at_angle(0.0, 100)});
-    recorder.update({{0, 0}, at_angle(0.0999, 100)});
+    recorder.update({{0, 0}, at_angle(0.1, 100)});
     recorder.update({{0, 0}, at_angle(0.25, 100)});
     EXPECT_EQ(recorder.reports, Reports{"rotate 0.15"});
 }
