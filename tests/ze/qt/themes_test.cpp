@@ -4,6 +4,7 @@
 #include "ze/qt/GLogView.h"
 #include "ze/qt/GPanelLogView.h"
 #include "ze/qt/components/GButton.h"
+#include "ze/qt/components/GListView.h"
 
 #include "support/LogCapture.h"
 #include "support/QtPrinters.h"
@@ -12,6 +13,7 @@
 #include <QFont>
 #include <QFontInfo>
 #include <QPalette>
+#include <QRegularExpression>
 #include <QTemporaryFile>
 
 #include <algorithm>
@@ -164,6 +166,19 @@ TEST_F(Themes, text_can_be_read_in_every_theme) {
     }
     // The one pair that the palette itself makes weak: white on light blue, 2.8 to 1.
     EXPECT_EQ(tooWeak, Lines{"normal selection"});
+}
+
+TEST_F(Themes, the_text_of_a_list_can_be_read_selected_or_not) {
+    const QRegularExpression pair(QStringLiteral("background: (#\\w{6}); color: (#\\w{6});"));
+    for (const QString& sheet : {create_style_GListView_normal(), create_style_GListView_dark()}) {
+        int pairs = 0;
+        for (auto found = pair.globalMatch(sheet); found.hasNext(); ++pairs) {
+            const QRegularExpressionMatch match = found.next();
+            EXPECT_GE(contrast(QColor(match.captured(1)), QColor(match.captured(2))), 4.5)
+                << match.captured(0).toStdString();
+        }
+        EXPECT_EQ(pairs, 2);
+    }
 }
 
 // --- the number ----------------------------------------------------------------------------------

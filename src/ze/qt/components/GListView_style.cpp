@@ -18,7 +18,7 @@ QString create_style_GListView_normal() {
     return QStringLiteral(
         "QListView { background: #FFFFFF; color: #000000; border: 1px solid #BBBBBB; }"
         "QListView::item { padding: 8px; border-bottom: 1px solid #E4E4E4; }"
-        "QListView::item:selected { background: #4CA3E0; color: #FFFFFF; }");
+        "QListView::item:selected { background: #4CA3E0; color: #000000; }");
 }
 
 QString create_style_GListView_dark() {
