@@ -19,7 +19,8 @@ public:
     /// Sets the full volume.
     void ini();
 
-    /// Plays a file or a resource (":/...") once. A missing one gives a warning and no sound.
+    /// Plays a file or a resource (":/...") once. A missing one gives a warning and no sound; a
+    /// machine without a loudspeaker is silent.
     void play_sound(const QString& path);
 
     /// Plays quietly and again and again, until the next sound.

@@ -2,7 +2,9 @@
 
 #include "ze/log/pp.h"
 
+#include <QAudioDevice>
 #include <QFile>
+#include <QMediaDevices>
 #include <QUrl>
 
 namespace ze::qt {
@@ -44,6 +46,10 @@ void GSoundEffect::play_sound(const QString& path) {
         ini();
     }
     if (!exists(path, "play_sound")) {
+        return;
+    }
+    // Without a loudspeaker Qt writes a line for every sound that it has loaded: one is enough.
+    if (status() == Ready && QMediaDevices::audioOutputs().isEmpty()) {
         return;
     }
     setSource(to_url(path));
