@@ -26,7 +26,7 @@ public:
     [[nodiscard]] bool is_auto_scroll_left() const noexcept { return auto_scroll_left; }
 
     /// Appends one line in the colours of its level, 0 to 4; any other level is white on black. The
-    /// oldest lines go when there are more than 20,000.
+    /// oldest lines go when there are more than 20,000, and what is beyond 4,000 characters of one.
     void append_line(const QString& text, int level);
     /// The same for many lines, at much less than the cost of each alone.
     void append_lines(std::span<const Line> lines);

@@ -173,6 +173,7 @@ private:
     void play_local(const ze::net::GPlay& play);
     void send_if_connected(const ze::net::GAbstractMessage& message);
     void show_chat_line(const QString& line);
+    void scroll_chat();
 
     // connection
     void set_status(const QString& digit, const QColor& background);
@@ -196,6 +197,8 @@ private:
     void gen_menu_system(ze::qt::GMenu* menu);
     void gen_menu_refresh_rate(ze::qt::GMenu* menu);
     void on_menu_log(bool flag);
+
+    bool flagChatScroll = false;  ///< a scroll to the end of the chat is on its way
 };
 
 }  // namespace vork2d::v5

@@ -28,6 +28,7 @@
 #include <QUrl>
 
 #include <memory>
+#include <utility>
 
 namespace vork2d::v5 {
 
@@ -304,7 +305,21 @@ void Window::show_chat_line(const QString& line) {
     QAbstractItemModel* const lines = listChat->model();
     lines->removeRows(0, lines->rowCount() - CHAT_MAX_LINES + 1);
     listChat->gen_item(line.left(CHAT_MAX_CHARACTERS));
-    listChat->scroll_to_end();
+    scroll_chat();
+}
+
+void Window::scroll_chat() {
+    // Each scroll lays out the whole list: once for all lines of an event, and never unseen.
+    if (std::exchange(flagChatScroll, true)) {
+        return;
+    }
+    const auto scroll = [this] {
+        flagChatScroll = false;
+        if (listChat->isVisible()) {
+            listChat->scroll_to_end();
+        }
+    };
+    QMetaObject::invokeMethod(listChat, scroll, Qt::QueuedConnection);
 }
 
 // --- the dialog

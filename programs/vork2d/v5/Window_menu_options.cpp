@@ -95,6 +95,7 @@ void Window::gen_menu_switches(GMenu* menu) {
     gen_checked_entry(menu, QStringLiteral("Chat Panel"), chatPanel, [this](bool on) {
         settingsNode.set_flag(QStringLiteral("chatPanel"), on);
         panChat->set_visible(on);
+        scroll_chat();
     });
     const auto* const logView = get_panel_log_view();
     ze::pp_format(ze::log::DEBUG, 0, "Window::on_menu_options, flagGui:$, cfg: ($)",

@@ -19,6 +19,7 @@ namespace ze::qt {
 namespace {
 
 constexpr int MAX_LINES = 20000;
+constexpr int MAX_CHARACTERS = 4000;  // of one line: a message off the wire can be megabytes
 constexpr int LEVEL_OF_BACKGROUND =
     3;  // most lines are debug lines: the empty part looks like them
 
@@ -116,7 +117,7 @@ void insert_line(QTextCursor& cursor, const QString& text, const LineFormat& for
     } else {
         cursor.insertBlock(format.line);
     }
-    cursor.insertText(text, format.text);
+    cursor.insertText(text.left(MAX_CHARACTERS), format.text);
 }
 
 }  // namespace

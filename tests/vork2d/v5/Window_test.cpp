@@ -406,6 +406,47 @@ TEST_F(WindowTest, the_chat_keeps_the_newest_lines_and_cuts_what_nobody_could_ha
     EXPECT_EQ(window.listChat->string_at(499).size(), window.editChat->maxLength());
 }
 
+TEST_F(WindowTest, the_chat_shows_its_newest_line) {
+    window.panChat->setVisible(true);
+    ze::net::GMessage message;
+    for (int i = 0; i < 100; ++i) {
+        message.text = QString::number(i);
+        window.on_XMessage(message);
+    }
+    QCoreApplication::processEvents();
+    const QModelIndex last = window.listChat->model()->index(99, 0);
+    EXPECT_TRUE(window.listChat->viewport()->rect().intersects(window.listChat->visualRect(last)));
+}
+
+/// Counts the paint events of all widgets.
+class PaintCount : public QObject {
+public:
+    PaintCount() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+
+    int count = 0;
+};
+
+TEST_F(WindowTest, while_nobody_plays_the_frame_timer_paints_nothing) {
+    int ticks = 0;
+    window.playField->listenerFps += [&ticks](unsigned) {
+        ++ticks;
+    };
+    const auto wait_for_ticks = [&ticks](int count) {
+        for (const int end = ticks + count; ticks < end;) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+    };
+    wait_for_ticks(20);  // what the show itself still had to paint
+    const PaintCount paints;
+    wait_for_ticks(30);
+    EXPECT_EQ(paints.count, 0);
+}
+
 TEST_F(WindowTest, a_touch_gesture_reaches_the_windows_that_live) {
     {
         test::v5::Window gone;

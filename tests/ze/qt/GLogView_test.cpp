@@ -150,6 +150,11 @@ TEST_F(LogView, the_oldest_lines_go_first) {
     EXPECT_EQ(view.document()->lastBlock().text(), QStringLiteral("20000"));
 }
 
+TEST_F(LogView, of_a_long_line_it_shows_the_head) {
+    view.append_line(QString(5000, u'x'), 3);
+    EXPECT_EQ(view.toPlainText(), QString(4000, u'x'));
+}
+
 TEST_F(LogView, a_double_click_is_logged_and_selects_nothing) {
     view.append_line(QStringLiteral("a word"), 3);
     view.show();
