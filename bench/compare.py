@@ -5,7 +5,6 @@ import json
 import re
 import sys
 
-MANUAL = "/manual_time"  # what the library puts behind the name of such a benchmark
 UNIT_NS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
@@ -21,17 +20,18 @@ def read_reach(path):
 
 
 def read_medians(paths):
-    """Median CPU time in nanoseconds by the name of the benchmark; where a benchmark has measured by itself, as of
-    another process, the time that it gave. An empty result file, as a filter leaves it, counts as none."""
+    """Median time in nanoseconds by the name of the benchmark: that of the processor, or the one that the benchmark took
+    itself. The library tells in the name how it measured; that is cut off. An empty result file, as a filter leaves it,
+    counts as none."""
     medians = {}
     for path in paths:
         with open(path, encoding="utf-8") as file:
             content = file.read()
         for run in json.loads(content)["benchmarks"] if content else []:
             if run.get("aggregate_name") == "median":
-                name = run["run_name"]
-                clock = "real_time" if name.endswith(MANUAL) else "cpu_time"
-                medians[name.removesuffix(MANUAL)] = run[clock] * UNIT_NS[run["time_unit"]]
+                name, *how = re.split(r"/(?=iterations:|process_time|manual_time)", run["run_name"])
+                time = run["real_time" if "manual_time" in how else "cpu_time"]
+                medians[name] = time * UNIT_NS[run["time_unit"]]
     return medians
 
 

@@ -7,11 +7,11 @@
 #include "ze/qt/GPC.h"
 
 #include "bare_field.h"
+#include "bare_picture.h"
 #include "vork2d/v5/PlayField.h"
 #include "vork2d/v5/PlayStats.h"
 
 #include <QApplication>
-#include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
 
@@ -204,44 +204,10 @@ void paint_field(benchmark::State& state) {
     }
 }
 
-void bare_text(QPainter& painter, QPointF pos, const QString& text, const QColor& color) {
-    painter.save();
-    QFont font = painter.font();
-    font.setPointSize(16);
-    painter.setFont(font);
-    painter.setPen(color);
-    painter.translate(pos);
-    painter.scale(1, -1);
-    painter.drawText(QPointF(0, -QFontMetricsF(painter.font()).descent()), text);
-    painter.restore();
-}
-
-void bare_line(QPainter& painter, QPointF from, QPointF to) {
-    painter.save();
-    QPen pen(QBrush(Qt::white), 0.5, Qt::DotLine);
-    pen.setCosmetic(true);
-    painter.setPen(pen);
-    painter.drawLine(from, to);
-    painter.restore();
-}
-
 void paint_bare(benchmark::State& state) {
     Picture picture;
-    QPainter& painter = picture.painter;
-    const QString text = QStringLiteral("0");
     for (auto _ : state) {
-        painter.resetTransform();
-        painter.translate(400, 200);
-        painter.scale(1, -1);
-        painter.fillRect(QRectF(-400, 200, 800, -400), Qt::black);
-        bare_text(painter, {-350, 160}, text, QColor(255, 255, 0, 128));
-        const double width = QFontMetricsF(painter.font()).horizontalAdvance(text);
-        bare_text(painter, {350 - width, 160}, text, QColor(255, 255, 255, 128));
-        painter.fillRect(QRectF(-385, 40, 10, -80), Qt::yellow);
-        painter.fillRect(QRectF(375, 40, 10, -80), Qt::white);
-        painter.fillRect(QRectF(-5, 5, 10, -10), Qt::white);
-        bare_line(painter, {-400, 0}, {400, 0});
-        bare_line(painter, {0, 200}, {0, -200});
+        bare_picture(picture.painter, {800, 400}, {0, 0});
     }
 }
 

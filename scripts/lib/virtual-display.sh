@@ -7,7 +7,7 @@ has_display() { [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; }
 start_virtual_display() {
     local number_file
     number_file=$(mktemp)
-    Xvfb -displayfd 5 -screen 0 "$1x24" -nolisten tcp 5>"$number_file" 2>/dev/null &
+    Xvfb -displayfd 5 -screen 0 "$1x24" -nolisten tcp -noreset 5>"$number_file" 2>/dev/null &
     VIRTUAL_DISPLAY_PIDS=($!)
     wait_until 10 "the virtual display" test -s "$number_file"
     DISPLAY=:$(cat "$number_file")
