@@ -308,7 +308,8 @@ class Stage:
     def _start_screen(self, size):
         read, write = os.pipe()
         self._screen = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", size + "x24", "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", size + "x24", "-nolisten", "tcp",
+             "-noreset"],
             pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as number:
@@ -342,11 +343,11 @@ class Stage:
         return self.client(name, "--user", name, "--pass", "secret", "--login", "--__bounds", place, *arguments,
                            **options)
 
-    def pair(self, first="g:Ann", second="g:Ben"):
+    def pair(self, first="g:Ann", second="g:Ben", arguments=(), **options):
         """Two players of one group, paired; the first one arrived first."""
-        ann = self.player(first, "0,30,800,600")
-        ann.wait_line("Window::on_login")
-        ben = self.player(second, "820,30,800,600")
+        ann = self.player(first, "0,30,800,600", *arguments, **options)
+        ann.wait_match(r"^USER: ")
+        ben = self.player(second, "820,30,800,600", *arguments, **options)
         for client in (ann, ben):
             client.wait_line("STATE CHANGED, states {CONNECTED1 | CONNECTED2}")
         ben.wait_match("orient changed")
