@@ -11,9 +11,6 @@
 #include "vork2d/servers.h"
 
 #include <QIcon>
-#include <QtGlobal>
-
-#include <atomic>
 
 namespace vork {
 
@@ -26,16 +23,6 @@ namespace {
 
 constexpr unsigned SETTINGS_FORMAT = 110;  // an older store is cleared
 constexpr unsigned DEFAULT_THEME = 1;      // dark
-
-QtMessageHandler passOn = nullptr;
-
-/// Without a loudspeaker Qt warns at each sound; once tells it all.
-void warn_once_of_silence(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-    static std::atomic<bool> told{false};  // sounds are loaded by threads of Qt
-    if (text != QLatin1String("No audio device detected") || !told.exchange(true)) {
-        passOn(type, context, text);
-    }
-}
 
 void resize_to_device(vork2d::v5::Window& window) {
     if (ze::os::is_desktop()) {
@@ -51,7 +38,6 @@ int qMain(int argc, char** argv) {
     using ze::qt::GApp;
 
     vork::install_filter_WASM_bla_bla();
-    passOn = qInstallMessageHandler(warn_once_of_silence);
     GApp::prepare_settings(QStringLiteral(VORK2D_ORGANISATION), SETTINGS_FORMAT, true,
                            ze::os::get_program_name_qs());
     GApp app(argc, argv, nullptr);
