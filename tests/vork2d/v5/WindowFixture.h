@@ -5,6 +5,7 @@
 #include "ze/net/GPlay.h"
 #include "ze/qt/GApp.h"
 #include "ze/qt/GPanel.h"
+#include "ze/qt/GSoundEffect.h"
 #include "ze/qt/components/GButton.h"
 #include "ze/qt/components/GLabel.h"
 #include "ze/qt/components/GLineEdit.h"
@@ -19,6 +20,7 @@
 #include "vork2d/v5/PLAY_STATE.h"
 #include "vork2d/v5/PlayField.h"
 #include "vork2d/v5/Window.h"
+#include "vork2d/v5/game_sound.h"
 
 #include <QApplication>
 #include <QTest>
@@ -52,6 +54,10 @@ protected:
     }
 
     ~WindowFixture() override {
+        // A process that ends while Qt's thread still loads a sample leaks what the thread holds.
+        if (v5::gSound != nullptr) {
+            QTest::qWaitFor([] { return v5::gSound->status() != QSoundEffect::Loading; });
+        }
         window.webSocket.abort();
         window.close();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

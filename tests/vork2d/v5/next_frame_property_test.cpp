@@ -1,6 +1,7 @@
 // What holds for every rally, over many random ones. The seed is fixed: a failure can be seen
 // again.
 #include "ze/log/LogAppender.h"
+#include "ze/log/LogConsole.h"
 
 #include "vork2d/v5/FieldFixture.h"
 #include "vork2d/v5/PlayStats.h"
@@ -42,6 +43,10 @@ public:
     std::set<std::string> kinds;
 
     ErrorLines() {
+        if (!ze::log::is_configured()) {
+            ze::log::configure();
+            ze::log::remove_log_appender(&ze::log::consoleLogger);
+        }
         ze::log::set_log_level(ze::log::ERROR);
         set_enabled(true);
         ze::log::add_log_appender(this);

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QtEndian>
 
 #include <string>
@@ -50,6 +51,11 @@ protected:
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(silent_wav());
+    }
+
+    // Qt 6.4 calls into a sample that is destroyed while its thread still loads it.
+    ~GSoundEffectTest() override {
+        EXPECT_TRUE(QTest::qWaitFor([this] { return effect.status() != QSoundEffect::Loading; }));
     }
 
     QTemporaryDir dir;

@@ -4,10 +4,12 @@
 
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QPointingDevice>
 #include <QTest>
 #include <QWidget>
 
 #include <iostream>
+#include <memory>
 #include <sstream>
 #include <string>
 
@@ -140,7 +142,8 @@ TEST(EventFilter, hands_each_touch_of_the_application_to_the_automaton_once) {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     QCoreApplication::instance()->installEventFilter(&filter);
 
-    QPointingDevice* const device = QTest::createTouchDevice();
+    const std::unique_ptr<QPointingDevice> owned(QTest::createTouchDevice());
+    QPointingDevice* const device = owned.get();
     QTest::touchEvent(&window, device).press(0, QPoint(20, 20));
     QTest::touchEvent(&window, device).move(0, QPoint(23, 24));
     QTest::touchEvent(&window, device).release(0, QPoint(23, 24));
