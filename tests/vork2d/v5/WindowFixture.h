@@ -56,7 +56,8 @@ protected:
     ~WindowFixture() override {
         // A process that ends while Qt's thread still loads a sample leaks what the thread holds.
         if (v5::gSound != nullptr) {
-            QTest::qWaitFor([] { return v5::gSound->status() != QSoundEffect::Loading; });
+            EXPECT_TRUE(
+                QTest::qWaitFor([] { return v5::gSound->status() != QSoundEffect::Loading; }));
         }
         window.webSocket.abort();
         window.close();
