@@ -71,7 +71,7 @@ TEST(vector_text, any_float_is_written_as_a_stream_writes_it_and_read_as_a_strea
 }
 
 TEST(vector_text, field_coordinates_are_written_and_read_as_by_a_stream) {
-    std::mt19937 random(2);  // NOLINT
+    std::mt19937 random(2);  // NOLINT: the same values in each run
     std::uniform_real_distribution<float> x(-400, 400);
     std::uniform_real_distribution<float> y(-200, 200);
     for (int i = 0; i < 100'000; ++i) {
@@ -108,7 +108,7 @@ TEST(vector_text, the_ends_of_the_range_are_written_as_by_a_stream) {
 TEST(vector_text, any_text_near_a_vector_is_read_as_by_a_stream) {
     test::LogCapture log;
     const std::string alphabet = "0123456789,,..--+eE xn";
-    std::mt19937 random(3);  // NOLINT
+    std::mt19937 random(3);  // NOLINT: the same values in each run
     std::uniform_int_distribution<std::size_t> letter(0, alphabet.size() - 1);
     std::uniform_int_distribution<std::size_t> place(1, 12);
     for (int i = 0; i < 200'000; ++i) {
