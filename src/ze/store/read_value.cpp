@@ -123,13 +123,18 @@ QVariant read_rect(QDataStream& stream) {
     return fits ? QVariant(rect) : corrupt(stream);
 }
 
+// The two names of GType, compared here: to look a name up, Qt first follows all the template
+// brackets in it, each on the stack.
+bool is_gtype_name(const QByteArray& name) {
+    return qstrcmp(name.constData(), "ze::store::GType") == 0 ||
+           qstrcmp(name.constData(), "zek::store::GType") == 0;
+}
+
 // Types that are not Qt's own are stored by name, with its closing zero byte.
 QVariant read_user_value(QDataStream& stream) {
     QByteArray name;
     stream >> name;
-    const QMetaType type = QMetaType::fromType<GType>();
-    return QMetaType::fromName(name.constData()) == type ? read_plain(stream, type)
-                                                         : corrupt(stream);
+    return is_gtype_name(name) ? read_plain(stream, QMetaType::fromType<GType>()) : corrupt(stream);
 }
 
 QVariant read_content(QDataStream& stream, quint32 typeId, int depth) {

@@ -350,7 +350,6 @@ TEST(GAttributes, keys_out_of_order_are_read_in_order) {
 }
 
 TEST(GAttributes, second_name_of_the_structure_type_is_read) {
-    ze::store::register_second_type_name();
     QByteArray bytes = bytes_of(with_value(QVariant::fromValue(GType{7, "abc"})));
     bytes.replace(QByteArray("\x11ze::store::GType", 17), QByteArray("\x12zek::store::GType", 18));
     GAttributes attributes;
@@ -383,6 +382,13 @@ struct BrokenRow {
 QByteArray nested_lists(int depth) {
     return oneKey + QByteArray::fromHex("00000009 00 00000001").repeated(depth) +
            QByteArray::fromHex("00000002 00 00000007");
+}
+
+QByteArray with_nested_templates(int depth) {
+    QByteArray bytes = oneKey;
+    QDataStream stream(&bytes, QIODevice::Append);
+    stream << quint32{QMetaType::User} << false << QByteArray("a<").repeated(depth) + '\0';
+    return bytes;
 }
 
 class GAttributesBroken : public testing::TestWithParam<BrokenRow> {};
@@ -441,6 +447,11 @@ INSTANTIATE_TEST_SUITE_P(
                   "GAttributes::from_stream, val read error!, at index:0"},
         BrokenRow{"an_unknown_name_of_a_type",
                   oneKey + QByteArray::fromHex("00010000 00 00000004") + QByteArray("Foo", 4),
+                  "GAttributes::from_stream, val read error!, at index:0"},
+        BrokenRow{"a_name_of_4_GB",
+                  oneKey + QByteArray::fromHex("00010000 00 fffffffe") + QByteArray(155, 'a'),
+                  "GAttributes::from_stream, val read error!, at index:0"},
+        BrokenRow{"a_name_of_nested_templates", with_nested_templates(500000),
                   "GAttributes::from_stream, val read error!, at index:0"},
         BrokenRow{"no_name_of_a_type", oneKey + QByteArray::fromHex("00010000 00 00000000"),
                   "GAttributes::from_stream, val read error!, at index:0"},
