@@ -18,6 +18,7 @@ using ze::log::DEBUG;
 namespace ORIENT2D = ze::math::ORIENT2D;
 
 early::PlayStats playStats;
+ze::qt::GSoundEffect* gSound = nullptr;
 
 namespace {
 
@@ -46,7 +47,11 @@ PlayField::PlayField(float w, float h, ze::net::IConnectionState& theConnection)
     timer.start();
 }
 
-PlayField::~PlayField() = default;
+PlayField::~PlayField() {
+    if (gSound != nullptr) {
+        gSound->stop();
+    }
+}
 
 float PlayField::left() const noexcept {
     return -0.5f * get_view_size().width;
@@ -177,11 +182,11 @@ void PlayField::play_sound(const QString& path) {
         return;
     }
     ze::pp("PlayField::play_sound ** <<<$>>>", path);
-    if (sound == nullptr) {
-        sound = std::make_unique<ze::qt::GSoundEffect>();
-        sound->ini();
+    if (gSound == nullptr) {
+        gSound = new ze::qt::GSoundEffect;
+        gSound->ini();
     }
-    sound->play_sound(path);
+    gSound->play_sound(path);
 }
 
 void PlayField::on_timer(unsigned long long msNow) {

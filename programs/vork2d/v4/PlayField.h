@@ -19,7 +19,6 @@
 
 #include <QString>
 
-#include <memory>
 #include <optional>
 
 class QKeySequence;
@@ -174,10 +173,13 @@ private:
 
     unsigned long long tmLastFrame = 0;  ///< milliseconds; 0 means none
     ze::net::IConnectionState& connection;
-    std::unique_ptr<ze::qt::GSoundEffect> sound;  ///< made for the first sound
 };
 
 /// The rally that runs or ran last; main thread only.
 extern early::PlayStats playStats;
+
+/// Plays every sound. Null until the first one; never deleted, since Qt may still load a sample for
+/// it when the field goes. Main thread only.
+extern ze::qt::GSoundEffect* gSound;
 
 }  // namespace vork2d::v4

@@ -1,11 +1,15 @@
 #include "vork2d/v4/PlayField.h"
 
+#include "ze/qt/GSoundEffect.h"
 #include "ze/tools/clock.h"
 
 #include "FieldV4.h"
 #include "vork2d/v4/PLAY_STATE.h"
 
 #include <QImage>
+#include <QTest>
+
+#include <utility>
 
 #include <glm/geometric.hpp>
 
@@ -13,8 +17,15 @@ namespace {
 
 using test::FieldV4;
 using test::Lines;
+using vork2d::v4::gSound;
 using vork2d::v4::playStats;
 namespace ORIENT2D = ze::math::ORIENT2D;
+
+const QString BLOP = QStringLiteral(":/wb/shared-res/sounds/Blop1.wav");
+
+[[nodiscard]] bool wait_for_sample() {
+    return QTest::qWaitFor([] { return gSound->status() != QSoundEffect::Loading; });
+}
 
 TEST_F(FieldV4, each_side_serves_over_the_top_at_the_middle_of_the_other_paddle) {
     struct Row {
@@ -109,12 +120,25 @@ TEST_F(FieldV4, the_timer_flies_only_in_a_rally) {
 }
 
 TEST_F(FieldV4, a_sound_is_played_only_while_the_switch_is_on) {
-    field.play_sound(QStringLiteral(":/wb/shared-res/sounds/Blop1.wav"));
+    field.play_sound(BLOP);
     EXPECT_EQ(log.lines(), Lines());
     field.flagSound = true;
-    field.play_sound(QStringLiteral(":/wb/shared-res/sounds/Blop1.wav"));
+    field.play_sound(BLOP);
     EXPECT_EQ(log.lines().front(),
               "PlayField::play_sound ** <<<:/wb/shared-res/sounds/Blop1.wav>>>");
+    EXPECT_TRUE(wait_for_sample());
+}
+
+TEST_F(FieldV4, a_sound_ends_with_its_field_and_the_effect_stays) {
+    // Without a loudspeaker an effect that has loaded a sample plays no other one.
+    delete std::exchange(gSound, nullptr);
+    {
+        vork2d::v4::PlayField gone(800, 400, connection);
+        gone.play_sound(BLOP);
+        EXPECT_TRUE(gSound->isPlaying());
+    }
+    EXPECT_FALSE(gSound->isPlaying());
+    EXPECT_TRUE(wait_for_sample());
 }
 
 TEST_F(FieldV4, the_own_paddle_is_yellow) {

@@ -15,7 +15,10 @@ namespace ORIENT2D = ze::math::ORIENT2D;
 
 class ConnectV4 : public test::GenerationWindow<vork2d::v4::Window> {
 protected:
-    ConnectV4() { window.user = QStringLiteral("g:Ann"); }
+    ConnectV4() {
+        window.user = QStringLiteral("g:Ann");
+        window.playField->flagSound = false;
+    }
 
     ~ConnectV4() override { window.webSocket.abort(); }
 
