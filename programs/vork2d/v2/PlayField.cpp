@@ -223,11 +223,14 @@ void PlayField::next_frame_ext(float dt) {
         }
         ball.pos = ptStart + vRemain * tHit;
         count_hit(hit, ball);
-        vRemain = vRemain - vRemain * tHit;
+        glm::vec2 vRest = vRemain - vRemain * tHit;
+        if (tHit > 0 && vRest == vRemain) {
+            vRest = {0, 0};  // so long a way, less a crossing, is the same float: it has no end
+        }
         const bool wall = hit == HIT_TOP || hit == HIT_BOTTOM;
         const glm::vec2 mirror = wall ? glm::vec2{1, -1} : glm::vec2{-1, 1};
         ball.dir *= mirror;
-        vRemain *= mirror;
+        vRemain = vRest * mirror;
     }
     check_exit();
 }

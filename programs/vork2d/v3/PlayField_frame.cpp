@@ -1,6 +1,6 @@
 // The frame step: the motion of a frame is cut at each hit, and the ball is its centre against
 // lines that are moved inward by its radius. Nothing bounds the number of hits in one frame: a very
-// long frame of a very fast ball is flown to its end.
+// long frame of a very fast ball is flown to its end, as long as a crossing shortens it at all.
 #include "ze/log/pp.h"
 
 #include "HitInfo.h"
@@ -15,6 +15,16 @@ namespace vork2d::v3 {
 using ze::pp_format;
 using ze::log::DEBUG;
 using ze::log::ERROR;
+
+namespace {
+
+// A way so long that a float cannot tell it from one that is a crossing shorter would never end.
+glm::vec2 rest_behind(const HitInfo& hit, glm::vec2 vRemain) {
+    const glm::vec2 vRest = vRemain - vRemain * hit.t;
+    return hit.t > 0 && vRest == vRemain ? glm::vec2{0, 0} : vRest;
+}
+
+}  // namespace
 
 void PlayField::next_frame(float dt) {
     if (0 >= dt) {
@@ -33,7 +43,7 @@ void PlayField::next_frame(float dt) {
             break;
         }
         ball.pos = hit.pt;
-        vRemain = bounce(hit, vRemain - vRemain * hit.t);
+        vRemain = bounce(hit, rest_behind(hit, vRemain));
     }
     check_exit(posBefore);
 }

@@ -146,6 +146,16 @@ TEST_F(FieldV2, next_frame_ext_holds_several_bounces_in_one_frame) {
     EXPECT_NEAR(field.ball.pos.y, 170, TOLERANCE);
 }
 
+TEST_F(FieldV2, next_frame_ext_ends_a_way_that_no_crossing_shortens) {
+    field.set_tm_travel(1);
+    fly({0, 0}, {0.6f, 0.8f}, field.ball.velocity);
+    field.next_frame_ext(1e7f);
+    EXPECT_TRUE(field.is_flying());
+    EXPECT_NEAR(field.ball.pos.y, 195, TOLERANCE);
+    field.next_frame_ext(0.0001f);
+    EXPECT_NEAR(field.ball.pos.y, 131, TOLERANCE) << "it has turned back into the field";
+}
+
 TEST_F(FieldV2, next_frame_ext_passes_beside_a_paddle) {
     fly({360, 46}, {1, 0}, 100);
     field.next_frame_ext(0.25f);

@@ -68,6 +68,16 @@ TEST_F(NextFrameV3, a_very_long_frame_is_flown_to_its_end) {
     EXPECT_NEAR(field.ball.pos.y, 0, 1);
 }
 
+TEST_F(NextFrameV3, a_way_that_no_crossing_shortens_ends_at_its_first_hit) {
+    field.set_tm_travel(1);
+    fly({0, 0}, {0.6f, 0.8f}, field.ball.velocity);
+    field.next_frame(1e7f);
+    EXPECT_TRUE(field.is_flying());
+    EXPECT_EQ(field.ball.pos.y, 195.0f);
+    field.next_frame(0.0001f);
+    EXPECT_NEAR(field.ball.pos.y, 131, TOLERANCE) << "it has turned back into the field";
+}
+
 TEST_F(NextFrameV3, a_frame_across_the_field_ends_where_small_frames_end) {
     field.on_play_symmetric();
     field.next_frame(7);
