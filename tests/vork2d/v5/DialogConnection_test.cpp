@@ -10,6 +10,8 @@
 #include <QLayout>
 #include <QPushButton>
 
+#include <unistd.h>
+
 namespace {
 
 class DialogConnectionTest : public test::WindowFixture {
@@ -29,6 +31,17 @@ protected:
             }
         }
         FAIL() << "no button " << text;
+    }
+
+    /// The login that reaches the server.
+    [[nodiscard]] QString login_with(const QString& group, const QString& user) {
+        window.urlDevelopment = relay.address();
+        dialog->editGroup->setText(group);
+        dialog->editUser->setText(user);
+        click("OK");
+        EXPECT_TRUE(relay.wait_for_frames(1));
+        return relay.frames.empty() ? QString()
+                                    : relay.frames[0][QStringLiteral("from")].toString();
     }
 
     [[nodiscard]] std::vector<std::string> closing_lines() {
@@ -103,6 +116,15 @@ TEST_F(DialogConnectionTest, a_password_of_three_characters_connects_with_the_di
         [this] { return dialog->panStack->current_stacked_panel() == dialog->panWaiting; }));
 }
 
+TEST_F(DialogConnectionTest, a_user_with_blanks_passes) {
+    EXPECT_EQ(login_with(QStringLiteral("g"), QStringLiteral("a name with blanks")),
+              QStringLiteral("g:a name with blanks"));
+}
+
+TEST_F(DialogConnectionTest, a_login_without_any_name_is_the_servers_matter) {
+    EXPECT_EQ(login_with(QString(), QString()), QStringLiteral(":"));
+}
+
 TEST_F(DialogConnectionTest, the_waiting_page_tells_a_friend_how_to_join) {
     dialog->open_waiting_page();
     EXPECT_EQ(dialog->panStack->current_stacked_panel(), dialog->panWaiting);
@@ -122,10 +144,6 @@ TEST_F(DialogConnectionTest, copies_the_password_and_all) {
               QStringLiteral("localhost,Ann,g,secret\nChange username!"));
     EXPECT_TRUE(has_line("password copied"));
     EXPECT_TRUE(has_line("all connections copied"));
-}
-
-TEST_F(DialogConnectionTest, without_a_window_the_program_ends) {
-    EXPECT_EXIT(test::v5::DialogConnection(nullptr), testing::ExitedWithCode(1), "");
 }
 
 const std::vector<std::string> END = {"DialogConnection::~DialogConnection"};
@@ -164,6 +182,28 @@ TEST_F(DialogConnectionTest, a_programmatic_close_keeps_the_connection) {
     dialog->close_programmatic();
     EXPECT_EQ(closing_lines(),
               then_end({"DialogConnection::close - PROGRAMMATICAL", "close() or X button"}));
+}
+
+TEST_F(DialogConnectionTest, its_end_is_told_once) {
+    int told = 0;
+    dialog->listenerClosed += [&told] {
+        ++told;
+    };
+    dialog->close();
+    EXPECT_EQ(told, 0) << "it lives on until the event is over";
+    EXPECT_EQ(closing_lines().back(), END.back());
+    EXPECT_EQ(told, 1);
+}
+
+TEST(DialogConnectionDeathTest, without_a_window_the_program_ends) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");  // the sounds of other cases have threads
+    // The text goes to the standard output; a death test looks at the standard error.
+    const auto make = [] {
+        dup2(STDERR_FILENO, STDOUT_FILENO);
+        test::v5::DialogConnection(nullptr);
+    };
+    EXPECT_EXIT(make(), testing::ExitedWithCode(1),
+                "nullptr:parent == NULL\nprograms/vork2d/v5/DialogConnection\nLINE:[0-9]+\n");
 }
 
 class Login final : public test::v5::ConnDataWin {

@@ -117,8 +117,13 @@ TEST_F(ThreadSoundMachineTest, a_request_is_logged_three_times) {
 TEST_F(ThreadSoundMachineTest, a_request_wakes_the_thread_and_the_next_one_is_awaited) {
     const auto machine = machine_that_plays(vork2d::v5::sounds::WALL_HIT);
     ASSERT_NE(machine, nullptr);
-    ASSERT_TRUE(watch.wait_for("LAB 4", 1, LIMIT));
     ASSERT_TRUE(watch.wait_for("outta loop", 1, LIMIT));
+    const Texts before = log.lines();
+    const auto wakeUps = std::count(before.begin(), before.end(), "LAB 2");
+    ASSERT_TRUE(watch.wait_for("LAB 1", wakeUps + 1, LIMIT));
+    const Texts lines = log.lines();
+    EXPECT_EQ(Texts(std::find(lines.begin(), lines.end(), "LAB 3"), lines.end()),
+              (Texts{"LAB 3", "LAB 4", "NOT PLAYING", "WANT PLAY", "PLAY", "outta loop", "LAB 1"}));
 }
 
 TEST_F(ThreadSoundMachineTest, a_missing_file_is_reported_and_the_thread_goes_on) {

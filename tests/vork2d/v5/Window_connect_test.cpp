@@ -21,6 +21,14 @@ protected:
     [[nodiscard]] bool wait_for_no_dialog() {
         return QTest::qWaitFor([this] { return window.diaConn.isNull(); });
     }
+    [[nodiscard]] bool has_line_with_level(const std::string& line) const {
+        const auto lines = log.lines_with_level();
+        return std::find(lines.begin(), lines.end(), line) != lines.end();
+    }
+    /// A relay's "join" of the second player.
+    void send_join() {
+        relay.send_chat(QStringLiteral("join"), QStringLiteral("g:Ben"), QStringLiteral("is here"));
+    }
     [[nodiscard]] QString last_chat_line() const {
         return window.listChat->string_at(window.listChat->model()->rowCount() - 1);
     }
@@ -126,8 +134,8 @@ TEST_F(WindowConnectTest, the_second_to_arrive_finds_its_opponent_in_the_list) {
     EXPECT_EQ(window.playField->textRight, QStringLiteral("Ben:0"));
     EXPECT_EQ(last_chat_line(), QStringLiteral("relay:hello"));
     EXPECT_TRUE(has_line("WELCOME: 'g:Ben, g:Ann'"));
-    EXPECT_TRUE(
-        has_line("me: {g:Ann, LEFT, countPoints:0}, opponent{g:Ben, RIGHT, countPoints:0}"));
+    EXPECT_TRUE(has_line_with_level(
+        "INF me: {g:Ann, LEFT, countPoints:0}, opponent{g:Ben, RIGHT, countPoints:0}"));
 }
 
 TEST_F(WindowConnectTest, several_other_names_count_as_alone) {
@@ -135,6 +143,7 @@ TEST_F(WindowConnectTest, several_other_names_count_as_alone) {
     relay.send_chat(QStringLiteral("welcome"), QStringLiteral("relay"), QString(),
                     QStringLiteral("g:Ann, g:Ben, g:Cleo"));
     ASSERT_TRUE(wait_for_line("USER: 'g:Ann'"));
+    EXPECT_TRUE(has_line_with_level("INF USER: 'g:Ann'"));
     EXPECT_FALSE(window.playField->is_state_CONNECTED2());
 }
 
@@ -181,7 +190,7 @@ TEST_F(WindowConnectTest, a_friend_who_joins_closes_the_dialog_and_hears_the_sid
                     QStringLiteral("g:Ann"));
     ASSERT_TRUE(wait_for_dialog());
     relay.frames.clear();
-    relay.send_chat(QStringLiteral("join"), QStringLiteral("g:Ben"), QStringLiteral("is here"));
+    send_join();
     ASSERT_TRUE(relay.wait_for_frames(1));
     EXPECT_EQ(relay.frames[0][QStringLiteral("payload")].toObject(),
               (QJsonObject{{QStringLiteral("cmd"), QStringLiteral("orientation")},
@@ -189,6 +198,26 @@ TEST_F(WindowConnectTest, a_friend_who_joins_closes_the_dialog_and_hears_the_sid
     EXPECT_TRUE(wait_for_no_dialog());
     EXPECT_TRUE(window.webSocket.is_connected()) << "only a close by hand ends the connection";
     EXPECT_EQ(window.opponent.name, QStringLiteral("g:Ben"));
+    EXPECT_TRUE(has_line("Window::on_login_friend"));
+    EXPECT_TRUE(has_line_with_level(
+        "INF me: {g:Ann, LEFT, countPoints:0}, opponent{g:Ben, RIGHT, countPoints:0}"));
+}
+
+TEST_F(WindowConnectTest, the_field_takes_the_place_of_the_invitation_when_a_friend_joins) {
+    connect();
+    window.on_start_stop();
+    ASSERT_EQ(window.panStack->current_stacked_panel(), window.panInvitation);
+    send_join();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window.playField->is_state_2_players(); }));
+    EXPECT_EQ(window.panStack->current_stacked_panel(), window.panPlay);
+}
+
+TEST_F(WindowConnectTest, the_field_takes_the_place_of_the_invitation_after_a_disconnect) {
+    connect();
+    window.on_start_stop();
+    ASSERT_EQ(window.panStack->current_stacked_panel(), window.panInvitation);
+    window.disconnect();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window.playField->is_state_offline(); }));
     EXPECT_EQ(window.panStack->current_stacked_panel(), window.panPlay);
 }
 
@@ -200,7 +229,7 @@ TEST_F(WindowConnectTest,
     window.on_start_stop();
     relay.send_chat(QStringLiteral("bye"), QStringLiteral("g:Ben"), QStringLiteral("has left"));
     ASSERT_TRUE(wait_for_dialog());
-    EXPECT_TRUE(has_line("BYE"));
+    EXPECT_TRUE(has_line_with_level("INF BYE"));
     EXPECT_FALSE(window.playField->is_state_PLAY());
     EXPECT_TRUE(window.playField->is_state_CONNECTED1());
     EXPECT_EQ(window.me.countPoints, 0U);
@@ -222,14 +251,15 @@ TEST_F(WindowConnectTest, a_lost_connection_ends_the_rally_and_keeps_the_side) {
     connect_paired();
     window.on_switch_side();
     window.me.countPoints = 4;
+    window.opponent.countPoints = 2;
     window.on_start_stop();
     log.expect_error("GWebSocket error 1 => <The remote host closed the connection>");
     relay.drop_client();
     ASSERT_TRUE(QTest::qWaitFor([this] { return window.playField->is_state_offline(); }));
     EXPECT_EQ(window.playField->state, 0U);
     EXPECT_EQ(window.buttonStart->text(), QStringLiteral("start"));
-    EXPECT_EQ(window.me.countPoints, 0U);
-    EXPECT_EQ(window.me.name, QString());
+    EXPECT_EQ(window.me.to_string(), ", LEFT, countPoints:0");
+    EXPECT_EQ(window.opponent.to_string(), ", LEFT, countPoints:0");
     EXPECT_EQ(window.playField->side, ORIENT2D::RIGHT);
     EXPECT_EQ(window.windowTitle(), QStringLiteral("vork2D/v5"));
     EXPECT_EQ(window.editStatus->text(), QStringLiteral("0"));
@@ -266,6 +296,7 @@ TEST_F(WindowConnectTest, try_connect_refuses_without_a_dialog_a_type_or_during_
     window.typeUrl = 0;
     log.expect_error("Window::try_connect, typeUrl == TYPE_URL::NO_TYPE");
     window.try_connect();
+    EXPECT_EQ(log.take().back(), "Window::try_connect, typeUrl == TYPE_URL::NO_TYPE");
     window.typeUrl = 2;
     window.playField->set_state_RUN(true);
     log.clear();
@@ -274,6 +305,7 @@ TEST_F(WindowConnectTest, try_connect_refuses_without_a_dialog_a_type_or_during_
     EXPECT_EQ(log.lines(), (std::vector<std::string>{
                                "Window::try_connect - play mode - connection not possible",
                                "Window::try_connect - play mode - connection not possible"}));
+    EXPECT_EQ(window.webSocket.state(), QAbstractSocket::UnconnectedState);
 }
 
 TEST_F(WindowConnectTest, with_no_server_chosen_the_default_one_is_tried) {
@@ -285,6 +317,8 @@ TEST_F(WindowConnectTest, with_no_server_chosen_the_default_one_is_tried) {
     log.expect_error("DialogConnection::get_url_type - nothing checked");
     window.try_connect();
     EXPECT_EQ(window.host, QStringLiteral("play.vork2d.example"));
+    EXPECT_TRUE(has_line("Window::try_connect 'play.vork2d.example'"));
+    EXPECT_TRUE(has_line("after try open"));
     EXPECT_TRUE(relay.wait_for_frames(1));
 }
 
@@ -350,6 +384,10 @@ TEST_F(WindowConnectTest, connect_while_connected_asks_and_yes_disconnects) {
     window.on_dialog_connect();
     answer(QMessageBox::Yes);
     EXPECT_TRUE(QTest::qWaitFor([this] { return window.playField->is_state_offline(); }));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [this] { return relay.client->state() == QAbstractSocket::UnconnectedState; }));
+    EXPECT_EQ(relay.client->closeCode(), QWebSocketProtocol::CloseCodeNormal);
+    EXPECT_EQ(relay.client->closeReason(), QString());
 }
 
 TEST_F(WindowConnectTest, the_relay_can_be_reached_again_after_a_disconnect) {

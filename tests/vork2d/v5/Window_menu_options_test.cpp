@@ -1,5 +1,6 @@
 #include "ze/qt/GPanelLogView.h"
 #include "ze/qt/components/GMenu.h"
+#include "ze/qt/dialogs/GDialogOption.h"
 
 #include "WindowFixture.h"
 
@@ -119,6 +120,10 @@ TEST_F(WindowMenuOptionsTest, the_chat_panel_is_stored_and_shown) {
     choose(QString(), QStringLiteral("Chat Panel"));
     EXPECT_TRUE(window.panChat->isVisible());
     EXPECT_TRUE(window.settingsNode.is_flag(QStringLiteral("chatPanel"), false));
+    EXPECT_TRUE(texts(open_menu()).contains(QStringLiteral("[x] Chat Panel")));
+    choose(QString(), QStringLiteral("Chat Panel"));
+    EXPECT_FALSE(window.panChat->isVisible());
+    EXPECT_FALSE(window.settingsNode.is_flag(QStringLiteral("chatPanel"), true));
 }
 
 TEST_F(WindowMenuOptionsTest, the_travel_times_mark_the_one_in_force) {
@@ -151,6 +156,10 @@ TEST_F(WindowMenuOptionsTest, the_font_size_is_stored) {
 }
 
 TEST_F(WindowMenuOptionsTest, logging_switches_the_panel_and_is_stored) {
+    std::vector<bool> told;
+    window.log_toggle_listener += [&told](const bool& flag) {
+        told.push_back(flag);
+    };
     window.get_panel_log_view()->set_enabled(true);
     choose(QStringLiteral("System"), QStringLiteral("Logging"));
     EXPECT_FALSE(window.get_panel_log_view()->is_enabled());
@@ -165,6 +174,15 @@ TEST_F(WindowMenuOptionsTest, logging_switches_the_panel_and_is_stored) {
     EXPECT_TRUE(
         entry(entry(open_menu(), QStringLiteral("System"))->menu(), QStringLiteral("Log Options"))
             ->isEnabled());
+    EXPECT_EQ(told, (std::vector<bool>{false, true}));
+}
+
+TEST_F(WindowMenuOptionsTest, log_options_opens_their_dialog) {
+    window.get_panel_log_view()->set_enabled(true);
+    choose(QStringLiteral("System"), QStringLiteral("Log Options"));
+    const auto* const dialog = window.findChild<ze::qt::GDialogOption*>();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_TRUE(dialog->isVisible());
 }
 
 TEST_F(WindowMenuOptionsTest, the_refresh_rate_lasts_until_the_end_of_the_program) {

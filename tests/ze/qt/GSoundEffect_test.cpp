@@ -111,6 +111,31 @@ TEST_F(GSoundEffectTest, play_sound_sets_the_source_and_initialises_each_time) {
     EXPECT_EQ(log.lines(), expected);
 }
 
+TEST_F(GSoundEffectTest, a_new_sound_stops_the_one_that_plays) {
+    effect.play_sound(path);
+    log.clear();
+    // The same one: for another Qt would stop the first by itself.
+    effect.play_sound(path);
+    EXPECT_EQ(log.lines(), (Texts{"GSoundEffect::play_sound", "GSoundEffect::play_sound, ini",
+                                  "GSoundEffect::ini", "GSoundEffect::play_sound, STOP"}));
+    EXPECT_TRUE(effect.isPlaying());
+}
+
+TEST_F(GSoundEffectTest, play_endless_begins_its_sound_anew) {
+    effect.play_endless(path);
+    log.clear();
+    effect.play_endless(path);
+    EXPECT_EQ(log.records().back().text, "GSoundEffect::play_endless, STOP");
+    EXPECT_TRUE(effect.isPlaying());
+}
+
+TEST_F(GSoundEffectTest, play_sound_with_listener_stops_the_sound_that_plays) {
+    effect.play_sound(path);
+    EXPECT_TRUE(effect.isPlaying());
+    effect.play_sound_with_listener(path);
+    EXPECT_FALSE(effect.isPlaying());
+}
+
 TEST_F(GSoundEffectTest, play_endless_loops_quietly_and_loads_a_path_once) {
     effect.play_endless(path);
     EXPECT_EQ(effect.source(), QUrl(path));
