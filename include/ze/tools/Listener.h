@@ -112,7 +112,7 @@ public:
         if (mode == FIRE_NONE || table.empty()) {
             return;
         }
-        auto notification = [this, payload] {
+        auto notification = [this, payload = T(payload)] {
             notify(payload);
         };
         if (mode == FIRE_DIRECT) {
@@ -129,7 +129,6 @@ public:
         }
     }
 
-    [[nodiscard]] bool is_empty() const noexcept { return table.empty(); }
     [[nodiscard]] bool has_listeners() const noexcept { return !table.empty(); }
 
 private:

@@ -145,7 +145,8 @@ unsigned get_os_bit_system() noexcept {
 }
 
 std::string get_program_name() {
-    return program_path().filename().string();
+    const std::u8string name = program_path().filename().u8string();
+    return {name.begin(), name.end()};
 }
 
 QString get_program_name_qs() {

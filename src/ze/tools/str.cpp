@@ -85,12 +85,14 @@ bool remove_part(std::string& text, const std::string& part) {
 
 void remove_last_chars(std::stringstream& out, unsigned count) {
     std::string text = out.str();
-    if (text.size() >= count) {
-        text.resize(text.size() - count);
+    if (text.size() < count) {
+        return;
     }
-    // Written anew rather than set, so that what follows is appended.
+    text.resize(text.size() - count);
+    // Written anew rather than set, so that what follows is appended; into the buffer, since a
+    // stream that has been read to its end takes nothing.
     out.str({});
-    out << text;
+    out.rdbuf()->sputn(text.data(), static_cast<std::streamsize>(text.size()));
 }
 
 std::size_t count_chars(std::stringstream& out) {

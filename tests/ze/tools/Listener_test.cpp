@@ -14,6 +14,7 @@
 #include <optional>
 #include <set>
 #include <stdexcept>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -25,6 +26,7 @@ using Lines = std::vector<std::string>;
 struct CountedCopies {
     explicit CountedCopies(int& copies) : count(&copies) {}
     CountedCopies(const CountedCopies& other) : count(other.count) { ++*count; }
+    CountedCopies(CountedCopies&&) noexcept = default;
     CountedCopies& operator=(const CountedCopies&) = delete;
     ~CountedCopies() = default;
 
@@ -101,7 +103,7 @@ TEST(Listener, an_empty_table_does_nothing_in_any_mode_and_copies_no_payload) {
         Application::deliver();
     }
     EXPECT_EQ(copies, 0);
-    EXPECT_TRUE(listener.is_empty());
+    EXPECT_FALSE(listener.has_listeners());
 }
 
 TEST(Listener, a_direct_fire_copies_the_payload_once) {
@@ -112,6 +114,22 @@ TEST(Listener, a_direct_fire_copies_the_payload_once) {
     };
     int copies = 0;
     listener.fire_event(CountedCopies(copies), FIRE_DIRECT);
+    EXPECT_EQ(copies, 1);
+}
+
+TEST(Listener, a_queued_fire_copies_the_payload_once) {
+    const Application application;
+    QObject owner;
+    Listener<CountedCopies> listener;
+    listener.owner = &owner;
+    int calls = 0;
+    listener += [&calls](const CountedCopies&) {
+        ++calls;
+    };
+    int copies = 0;
+    listener.fire_event(CountedCopies(copies), FIRE_QUEUED);
+    Application::deliver();
+    EXPECT_EQ(calls, 1);
     EXPECT_EQ(copies, 1);
 }
 
@@ -137,6 +155,21 @@ TEST(Listener, fire_none_calls_nothing) {
     };
     listener.fire_event(1, FIRE_NONE);
     EXPECT_EQ(calls, 0);
+}
+
+TEST(Listener, fire_none_copies_no_payload) {
+    Listener<CountedCopies> listener;
+    listener += [](const CountedCopies&) {
+    };
+    int copies = 0;
+    listener.fire_event(CountedCopies(copies), FIRE_NONE);
+    EXPECT_EQ(copies, 0);
+}
+
+TEST(Listener, modes_have_fixed_numbers) {
+    EXPECT_EQ(unsigned{FIRE_DIRECT}, 0U);
+    EXPECT_EQ(unsigned{FIRE_QUEUED}, 1U);
+    EXPECT_EQ(unsigned{FIRE_NONE}, 2U);
 }
 
 TEST(Listener, append_of_a_known_key_keeps_the_second_callback_and_logs_the_fixed_text) {
@@ -368,6 +401,20 @@ TEST(Listener, a_queued_fire_runs_after_control_is_back_in_the_event_loop) {
     EXPECT_EQ(seen, QString());
     Application::deliver();
     EXPECT_EQ(seen, QStringLiteral("as it stood"));
+}
+
+TEST(Listener, a_queued_fire_of_another_thread_runs_on_that_of_the_application) {
+    const Application application;
+    QObject owner;
+    Listener<NO_PAYLOAD> listener;
+    listener.owner = &owner;
+    std::vector<std::thread::id> seen;
+    listener += [&seen] {
+        seen.push_back(std::this_thread::get_id());
+    };
+    std::thread([&listener] { listener.fire_event(NO_PAYLOAD{}, FIRE_QUEUED); }).join();
+    Application::deliver();
+    EXPECT_EQ(seen, std::vector{std::this_thread::get_id()});
 }
 
 TEST(Listener, a_queued_fire_without_an_owner_is_lost) {

@@ -1,6 +1,7 @@
 #include "ze/tools/str.h"
 
 #include <array>
+#include <clocale>
 #include <limits>
 
 #include <gtest/gtest.h>
@@ -88,6 +89,18 @@ TEST(remove_last_chars, needs_enough_characters) {
     EXPECT_EQ(out.str(), "");
 }
 
+TEST(remove_last_chars, works_on_a_stream_that_has_been_read_to_its_end) {
+    std::stringstream out;
+    out << "abc";
+    std::string word;
+    out >> word;
+    ASSERT_TRUE(out.eof());
+    remove_last_chars(out, 9);
+    EXPECT_EQ(out.str(), "abc");
+    remove_last_chars(out, 1);
+    EXPECT_EQ(out.str(), "ab");
+}
+
 TEST(format_1000, groups_digits_by_three) {
     EXPECT_EQ(format_1000(0, '.'), "0");
     EXPECT_EQ(format_1000(999, '.'), "999");
@@ -135,6 +148,18 @@ TEST(format_real, has_the_decimals_asked_for) {
     EXPECT_EQ(format_real(1.0, 3, true), "1.000");
 }
 
+TEST(format_real, has_a_dot_where_it_is_told_to) {
+    const char* const locale = std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
+    if (locale == nullptr) {
+        GTEST_SKIP() << "no locale with a decimal comma";
+    }
+    const std::string by_locale = format_real(1.5, 3, false);
+    const std::string with_dot = format_real(1.5, 3, true);
+    std::setlocale(LC_NUMERIC, "C");
+    EXPECT_EQ(by_locale, "1,500");
+    EXPECT_EQ(with_dot, "1.500");
+}
+
 TEST(format_fill, fills_on_the_left_and_never_cuts) {
     EXPECT_EQ(format_fill('.', 5, 42), "...42");
     EXPECT_EQ(format_fill('*', 4, -42), "*-42");
@@ -161,10 +186,17 @@ TEST(format_bytes, a_terabyte_counts_gigabytes) {
         const char* binary;
     };
     const std::array rows = {
-        Row{0.0, "0.00 KB", "0.00 KB"},          Row{500.0, "0.50 KB", "0.49 KB"},
-        Row{1e6, "1000.00 KB", "976.56 KB"},     Row{2e6, "2.00 MB", "1.91 MB"},
-        Row{1048576.0, "1.05 MB", "1024.00 KB"}, Row{2e9, "2.00 GB", "1.86 GB"},
-        Row{1e12, "1000.00 GB", "931.32 GB"},    Row{2e12, "2000.00 TB", "1862.65 TB"},
+        Row{0.0, "0.00 KB", "0.00 KB"},
+        Row{500.0, "0.50 KB", "0.49 KB"},
+        Row{1e6, "1000.00 KB", "976.56 KB"},
+        Row{2e6, "2.00 MB", "1.91 MB"},
+        Row{1048576.0, "1.05 MB", "1024.00 KB"},
+        Row{2e9, "2.00 GB", "1.86 GB"},
+        Row{1e12, "1000.00 GB", "931.32 GB"},
+        Row{2e12, "2000.00 TB", "1862.65 TB"},
+        Row{1e9, "1000.00 MB", "953.67 MB"},
+        Row{1073741824.0, "1.07 GB", "1024.00 MB"},
+        Row{1099511627776.0, "1099.51 TB", "1024.00 GB"},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(format_bytes(row.bytes), row.decimal);
