@@ -29,9 +29,6 @@ public:
     /// Kept for callers; parse() accepts every key.
     void set_optional_keys(const std::vector<QString>& keys) { optional_keys_ = keys; }
 
-    [[nodiscard]] const std::vector<QString>& must_have_keys() const noexcept {
-        return must_have_keys_;
-    }
     [[nodiscard]] const std::vector<QString>& optional_keys() const noexcept {
         return optional_keys_;
     }

@@ -54,9 +54,9 @@ public:
     void to_stream(QDataStream& stream) const;
 
     /// Replaces the attributes by those of the stream; the first of two equal keys counts. Reads
-    /// GType, the numbers, texts, bytes, dates, URLs, colours and the geometry types of Qt, and
-    /// lists and maps of these up to 256 deep; any other type is a read error. False after a read
-    /// error, with a log line and the pairs before it.
+    /// GType, the numbers, texts, bytes, dates, URLs, UUIDs, locales, colours and the geometry
+    /// types of Qt, and lists and maps of these up to 256 deep; any other type is a read error.
+    /// False after a read error, with a log line and the pairs before it.
     bool from_stream(QDataStream& stream);
 
 private:

@@ -168,6 +168,23 @@ TEST(GArgv, empty_source_fails_only_for_a_must_have_key) {
     EXPECT_FALSE(argv.parse());
 }
 
+TEST(GArgv, unterminated_quote_fails_only_for_a_must_have_key) {
+    test::LogCapture log;
+    log.expect_error("GArgv::parse, unterminated quote in argument string");
+    log.expect_error("'user' missing");
+    GArgv argv = argv_of({"-user", "Ann", "-c", "d \""});
+    argv.set_must_have_keys({QStringLiteral("user")});
+
+    EXPECT_FALSE(argv.parse());
+}
+
+TEST(GArgv, must_have_keys_that_are_there_pass) {
+    GArgv argv = argv_of({"-login", "-user", "Ann"});
+    argv.set_must_have_keys({QStringLiteral("user"), QStringLiteral("login")});
+
+    EXPECT_TRUE(argv.parse());
+}
+
 TEST(GArgv, optional_keys_are_kept_and_never_consulted) {
     GArgv argv = argv_of({"-other"});
     argv.set_optional_keys({QStringLiteral("user")});

@@ -171,6 +171,13 @@ TEST(GNode, bytes_behind_the_tree_are_left_alone) {
     EXPECT_EQ(log.lines(), std::vector<std::string>{});
 }
 
+TEST(GNode, a_negative_child_count_is_no_child) {
+    test::LogCapture log(ze::log::TRACE);
+
+    EXPECT_EQ(from_hex("474e4f44 0001 00000000 ffffffff"), GNode());
+    EXPECT_EQ(log.lines(), std::vector<std::string>{});
+}
+
 // Texts that cannot be read
 
 TEST(GNode, empty_text_warns) {

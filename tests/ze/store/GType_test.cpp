@@ -46,6 +46,10 @@ TEST(GType, both_structures_are_registered_before_main) {
     EXPECT_EQ(ze::store::format_registry().size(), 2u);
 }
 
+TEST(GType, formatter_of_another_type_throws) {
+    EXPECT_THROW((void)ze::store::format_registry().at(500)(std::any(1)), std::bad_any_cast);
+}
+
 TEST(GType, registering_again_changes_nothing) {
     EXPECT_EQ(ze::store::register_gtype<LogConfig>(), 1);
     EXPECT_EQ(ze::store::create_registry().size(), 2u);
