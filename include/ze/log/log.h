@@ -73,7 +73,7 @@ void set_log_level_default(LOG_LEVEL level) noexcept;
 [[nodiscard]] std::string logLevel_to_string(unsigned level);
 [[nodiscard]] QString logLevel_to_qstring(unsigned level);
 
-/// Width of the number column; a longer number is never cut.
+/// Width of the number column, of which at most 64 places show; a longer number is never cut.
 void set_log_digits(unsigned width);
 [[nodiscard]] unsigned get_log_digits() noexcept;
 

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <array>
+#include <clocale>
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -116,6 +117,24 @@ TEST_F(LogState, configure_marks_the_main_thread_and_the_kind_of_program) {
     std::thread([] { EXPECT_FALSE(is_main_thread()); }).join();
     configure();
     EXPECT_FALSE(is_gui_app());
+}
+
+TEST_F(LogState, configure_takes_the_decimal_comma_from_a_program_without_a_gui_only) {
+    ASSERT_NE(std::setlocale(LC_NUMERIC, "C.UTF-8"), nullptr);
+    configure_with({});
+    EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C.UTF-8");
+    configure();
+    EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C");
+}
+
+TEST_F(LogState, configure_starts_the_time) {
+    configure_with({});
+    EXPECT_LT(get_time_since_start(), 60'000'000U);
+}
+
+TEST_F(LogState, configure_turns_on_the_console_and_its_columns) {
+    configure_with({});
+    EXPECT_EQ(consoleLogger.config.logControl.value(), 1049598U);
 }
 
 TEST_F(LogState, the_console_shows_all_columns_and_the_time_of_day) {
@@ -271,6 +290,12 @@ TEST_F(LogState, a_number_wider_than_the_digits_is_never_cut) {
     EXPECT_EQ(get_log_digits(), 3U);
     EXPECT_EQ(columns(64, 7), "[007]  ");
     EXPECT_EQ(columns(64, 1234), "[1234]  ");
+}
+
+TEST_F(LogState, the_number_shows_at_most_64_places) {
+    set_log_digits(100);
+    EXPECT_EQ(get_log_digits(), 100U);
+    EXPECT_EQ(columns(64, 7), '[' + std::string(63, '0') + "7]  ");
 }
 
 TEST(get_time_stamp, the_fraction_stands_behind_the_format) {

@@ -17,6 +17,7 @@ using ze::NOTIFY_ALL;
 using ze::NOTIFY_ONE;
 
 constexpr auto LIMIT = std::chrono::seconds(20);
+constexpr auto TO_SLEEP = std::chrono::milliseconds(20);  // enough for a thread to start its wait
 
 /// A call on a thread of its own. A wait that nothing ends makes the test fail, and is ended by
 /// `stop` so that the test program does not hang.
@@ -90,6 +91,15 @@ TEST(GAtomicBitsWatcher, logs_the_waking_of_one_waiter_on_a_change_only) {
               std::vector<std::string>{"DEB AtomicBitsWatcher::set_min_max - notify ONE"});
 }
 
+TEST(GAtomicBitsWatcher, wakes_all_for_0_and_one_for_any_other_value) {
+    test::LogCapture log;
+    GAtomicBitsWatcher watcher(5);
+    watcher.set_all_flags(6, static_cast<ze::NOTIFY>(0), true);
+    EXPECT_EQ(log.lines(), std::vector<std::string>());
+    watcher.set_all_flags(7, static_cast<ze::NOTIFY>(7), true);
+    EXPECT_EQ(log.lines(), std::vector<std::string>{"AtomicBitsWatcher::set_min_max - notify ONE"});
+}
+
 TEST(GAtomicBitsWatcher, stops_and_runs_again_after_a_reset) {
     GAtomicBitsWatcher watcher(5);
     watcher.stop(NOTIFY_ALL);
@@ -145,6 +155,7 @@ TEST(GAtomicBitsWatcher, wakes_a_waiter_for_a_bit) {
     for (const Wake& row : rows) {
         GAtomicBitsWatcher watcher(1);
         const Waiter waiter(watcher, [&watcher] { watcher.wait_until_bit_is_set(4); });
+        EXPECT_FALSE(waiter.is_done_within(TO_SLEEP)) << row.name;
         row.act(watcher);
         EXPECT_TRUE(waiter.is_done_within(LIMIT)) << row.name;
     }
@@ -154,7 +165,7 @@ TEST(GAtomicBitsWatcher, keeps_a_waiter_asleep_for_another_bit) {
     GAtomicBitsWatcher watcher(0);
     const Waiter waiter(watcher, [&watcher] { watcher.wait_until_bit_is_set(4); });
     watcher.set_flag(3, true);
-    EXPECT_FALSE(waiter.is_done_within(std::chrono::milliseconds(20)));
+    EXPECT_FALSE(waiter.is_done_within(TO_SLEEP));
     watcher.set_flag(4, true);
     EXPECT_TRUE(waiter.is_done_within(LIMIT));
 }
@@ -176,6 +187,9 @@ TEST(GAtomicBitsWatcher, wakes_all_waiters_at_the_stop) {
     const Waiter first(watcher, [&watcher] { watcher.wait_until_bit_is_set(1); });
     const Waiter second(watcher, [&watcher] { watcher.wait_until_bit_is_set(2); });
     const Waiter third(watcher, [&watcher] { watcher.wait_stateChange(); });
+    for (const Waiter* waiter : {&first, &second, &third}) {
+        EXPECT_FALSE(waiter->is_done_within(TO_SLEEP));
+    }
     watcher.stop(NOTIFY_ALL);
     EXPECT_TRUE(first.is_done_within(LIMIT));
     EXPECT_TRUE(second.is_done_within(LIMIT));

@@ -48,6 +48,12 @@ TEST_F(GTimeTest, keeps_its_value_when_it_is_moved_from) {
     EXPECT_EQ(b.getMicroseconds(), 5u);
 }
 
+TEST_F(GTimeTest, formats_of_a_second_have_fixed_numbers) {
+    EXPECT_EQ(unsigned{GTime::NO_FRACTION}, 0u);
+    EXPECT_EQ(unsigned{GTime::MILLISECONDS}, 1u);
+    EXPECT_EQ(unsigned{GTime::MICROSECONDS}, 2u);
+}
+
 TEST_F(GTimeTest, can_be_a_base_class) {
     EXPECT_TRUE(std::has_virtual_destructor_v<GTime>);
 }

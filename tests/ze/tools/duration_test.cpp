@@ -43,6 +43,11 @@ TEST(duration, splits_into_the_fields_of_its_form) {
     }
 }
 
+TEST(duration, forms_of_a_second_have_fixed_numbers) {
+    EXPECT_EQ(unsigned{FORM_MICROSECONDS}, 0u);
+    EXPECT_EQ(unsigned{FORM_MILLISECONDS}, 1u);
+}
+
 TEST(duration, of_nothing_shows_zeros) {
     EXPECT_EQ(formatMicrosecond_as_Sec(0), "0.000000");
     EXPECT_EQ(formatMicrosecond_as_Minute_compact_milli(0), "00,00.000 min");

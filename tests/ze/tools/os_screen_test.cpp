@@ -1,10 +1,14 @@
-// The queries that look at the running system, on the offscreen platform: one screen, no touch.
+// The queries that look at the running system, on the offscreen platform: one screen, no touch at
+// first.
 #include "ze/tools/os.h"
 
 #include <QGuiApplication>
+#include <QPointingDevice>
 #include <QScreen>
+#include <QTest>
 
 #include <algorithm>
+#include <memory>
 
 #include <gtest/gtest.h>
 
@@ -28,6 +32,14 @@ TEST(os_screen, is_no_small_device_from_600_pixels_on) {
 
 TEST(os_screen, has_no_touch_screen) {
     EXPECT_FALSE(os::is_touch_device());
+}
+
+TEST(os_screen, counts_a_touch_screen_and_no_touch_pad_as_touch) {
+    using Type = QInputDevice::DeviceType;
+    const std::unique_ptr<QPointingDevice> pad(QTest::createTouchDevice(Type::TouchPad));
+    EXPECT_FALSE(os::is_touch_device());
+    const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice(Type::TouchScreen));
+    EXPECT_TRUE(os::is_touch_device());
 }
 
 }  // namespace

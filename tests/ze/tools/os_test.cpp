@@ -1,5 +1,11 @@
 #include "ze/tools/os.h"
 
+#include <QFile>
+#include <QGuiApplication>
+#include <QTemporaryDir>
+
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -44,6 +50,34 @@ TEST(os, without_a_screen_has_no_size_and_is_not_small) {
     EXPECT_EQ(os::smallest_width_or_height(), -1);
     EXPECT_FALSE(os::is_small_device());
     EXPECT_FALSE(os::is_touch_device());
+}
+
+struct ScreenRow {
+    int width;
+    int height;
+    bool isSmall;
+};
+
+TEST(os, is_small_where_the_shorter_side_of_the_screen_has_less_than_600_pixels) {
+    int argc = 1;
+    char name[] = "test";
+    char* argv[] = {name, nullptr};
+    const QTemporaryDir folder;
+    const QString config = folder.filePath(QStringLiteral("screens.json"));
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + config.toUtf8());
+    for (const auto& [width, height, isSmall] :
+         {ScreenRow{200, 900, true}, ScreenRow{900, 599, true}, ScreenRow{600, 900, false}}) {
+        QFile file(config);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(R"({"screens":[{"name":"only","x":0,"y":0,"logicalDpi":96,"logicalBaseDpi":96,)"
+                   R"("dpr":1,"width":)" +
+                   QByteArray::number(width) + ",\"height\":" + QByteArray::number(height) + "}]}");
+        file.close();
+        const QGuiApplication app(argc, argv);
+        EXPECT_EQ(os::primary_screen_size(), QSize(width, height));
+        EXPECT_EQ(os::smallest_width_or_height(), std::min(width, height));
+        EXPECT_EQ(os::is_small_device(), isSmall) << width << 'x' << height;
+    }
 }
 
 }  // namespace
