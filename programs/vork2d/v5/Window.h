@@ -172,7 +172,7 @@ private:
     [[nodiscard]] ze::net::GPlay make_play(const QString& to = QStringLiteral("#")) const;
     void play_local(const ze::net::GPlay& play);
     void send_if_connected(const ze::net::GAbstractMessage& message);
-    void show_chat_line(const QString& line);
+    void show_chat_line(const QString& who, const QString& text);
     void scroll_chat();
 
     // connection

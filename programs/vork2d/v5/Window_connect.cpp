@@ -37,7 +37,7 @@ using ze::net::GMessage;
 
 namespace {
 
-// Nothing that a player has typed is cut: a line edit holds as much. Whoever sends more, or more
+// As much as a line edit holds: no text that a player has typed is cut. Whoever sends more, or more
 // often, fills no memory with it.
 constexpr qsizetype CHAT_MAX_CHARACTERS = 32767;
 constexpr int CHAT_MAX_LINES = 500;
@@ -192,7 +192,7 @@ void Window::set_state_bit(unsigned bit, bool on) {
 // --- pairing
 
 void Window::on_XMessage(const GMessage& message) {
-    show_chat_line(message.from + QLatin1Char(':') + message.text);
+    show_chat_line(message.from, message.text);
     if (message.subType == QLatin1String("welcome")) {
         on_login(message);
         playField->play_sound(sounds::ENTER_ROOM);
@@ -298,13 +298,14 @@ void Window::send_message(const QString& text) {
     message.from = user;
     message.to = QStringLiteral("#");
     message.send(webSocket);
-    show_chat_line(QStringLiteral("me:") + text);
+    show_chat_line(QStringLiteral("me"), text);
 }
 
-void Window::show_chat_line(const QString& line) {
+void Window::show_chat_line(const QString& who, const QString& text) {
     QAbstractItemModel* const lines = listChat->model();
     lines->removeRows(0, lines->rowCount() - CHAT_MAX_LINES + 1);
-    listChat->gen_item(line.left(CHAT_MAX_CHARACTERS));
+    listChat->gen_item(who.left(CHAT_MAX_CHARACTERS) + QLatin1Char(':') +
+                       text.left(CHAT_MAX_CHARACTERS));
     scroll_chat();
 }
 

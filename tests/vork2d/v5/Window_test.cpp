@@ -401,9 +401,22 @@ TEST_F(WindowTest, the_chat_keeps_the_newest_lines_and_cuts_what_nobody_could_ha
     EXPECT_EQ(window.listChat->model()->rowCount(), 500);
     EXPECT_EQ(window.listChat->string_at(0), QStringLiteral("g:Ben:11"));
     EXPECT_EQ(window.listChat->string_at(499), QStringLiteral("g:Ben:510"));
-    message.text = QString(1'000'000, QLatin1Char('x'));
+    const QString typed(window.editChat->maxLength(), QLatin1Char('x'));
+    const QString endless(1'000'000, QLatin1Char('x'));
+    message.text = typed;
     window.on_XMessage(message);
-    EXPECT_EQ(window.listChat->string_at(499).size(), window.editChat->maxLength());
+    EXPECT_EQ(window.listChat->string_at(499), QStringLiteral("g:Ben:") + typed);
+    message.from = message.text = endless;
+    window.on_XMessage(message);
+    EXPECT_EQ(window.listChat->string_at(499), typed + QLatin1Char(':') + typed);
+}
+
+TEST_F(WindowTest, a_full_line_of_chat_shows_whole) {
+    connect_paired();
+    const QString typed(window.editChat->maxLength(), QLatin1Char('x'));
+    window.send_message(typed);
+    EXPECT_EQ(window.listChat->string_at(window.listChat->model()->rowCount() - 1),
+              QStringLiteral("me:") + typed);
 }
 
 TEST_F(WindowTest, the_chat_shows_its_newest_line) {
