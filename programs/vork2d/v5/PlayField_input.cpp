@@ -1,6 +1,7 @@
 // How the paddles move. The mouse only makes a message, and the paddle moves when that message
 // comes back through on_play_message, on both clients alike. A key is carried as it is, and each
 // client makes the same step itself.
+#include "ze/log/exits.h"
 #include "ze/log/pp.h"
 #include "ze/net/IConnectionState.h"
 #include "ze/net/PlayMessage.h"
@@ -128,6 +129,10 @@ void PlayField::on_key_sequence(const QKeySequence& seq, bool pressed,
 }
 
 void PlayField::on_key_press(const QKeyEvent* ev) {
+    if (ev == nullptr) {
+        ze::nullPointerHandling("programs/vork2d/v5/PlayField_input", __LINE__,
+                                QStringLiteral("ev == NULL"));
+    }
     ze::pp_format(ze::log::DEBUG, 0, "PlayField::on_key_press, ev:$",
                   ze::qt::event::key::to_string(ev));
     const bool right = is_left_side() == ze::qt::event::key::is_mod_ctrl(ev);

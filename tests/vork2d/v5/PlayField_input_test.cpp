@@ -1,4 +1,6 @@
 // Mouse and keys: what moves which paddle, on which client.
+#include "ze/net/PlayMessage.h"
+
 #include "vork2d/v5/FieldFixture.h"
 #include "vork2d/v5/PLAY_STATE.h"
 
@@ -9,6 +11,8 @@
 
 #include <string>
 #include <vector>
+
+#include <unistd.h>
 
 namespace {
 
@@ -47,6 +51,13 @@ protected:
         field.on_mouse_press(&ev);
     }
 
+    void drag_to(float x, float y) {
+        const QPointF pos(x + 400, 200 - y);
+        const QMouseEvent ev(QEvent::MouseMove, pos, pos, Qt::NoButton, Qt::LeftButton,
+                             Qt::NoModifier);
+        field.on_mouse_drag(&ev);
+    }
+
     static std::string set_pos(const char* pos, const char* side) {
         return std::string(R"({"cmd":"setPos","object":"paddle","pos":")") + pos + R"(","side":")" +
                side + R"("})";
@@ -68,9 +79,7 @@ TEST_F(PlayFieldInput, a_press_makes_a_message_and_moves_nothing) {
 
 TEST_F(PlayFieldInput, a_drag_does_as_a_press) {
     field.ball.dir = {-1, 0};
-    const QPointF pos(500, 230);
-    const QMouseEvent ev(QEvent::MouseMove, pos, pos, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-    field.on_mouse_drag(&ev);
+    drag_to(100, -30);
     EXPECT_EQ(sent, std::vector<std::string>{set_pos("-380,-30", "LEFT")});
 }
 
@@ -109,10 +118,15 @@ TEST_F(PlayFieldInput, offline_the_ball_chooses_the_paddle_and_connected_the_sid
     }
 }
 
-TEST_F(PlayFieldInput, a_drag_beyond_the_field_stops_at_its_edge) {
+TEST_F(PlayFieldInput, a_drag_beyond_the_field_rests_the_paddle_on_its_edge) {
+    field.listenerPaddle += [this](const ze::net::GPlay& play) {
+        field.on_play_message(play, LOCAL);
+    };
     field.ball.dir = {-1, 0};
-    press_at(0, 250);
-    press_at(0, -250);
+    drag_to(0, 250);
+    EXPECT_EQ(field.paddleLeft.rect().top(), field.top());
+    drag_to(0, -250);
+    EXPECT_EQ(field.paddleLeft.rect().bottom(), field.bottom());
     EXPECT_EQ(sent, (std::vector<std::string>{set_pos("-380,160", "LEFT"),
                                               set_pos("-380,-160", "LEFT")}));
 }
@@ -166,6 +180,13 @@ TEST_F(PlayFieldInput, setPos_without_a_place_puts_the_paddle_in_the_middle) {
     set_paddle(field, {{QStringLiteral("cmd"), QStringLiteral("setPos")},
                        {QStringLiteral("side"), QStringLiteral("LEFT")}});
     EXPECT_EQ(field.paddleLeft.pos.y, 0.0f);
+}
+
+TEST_F(PlayFieldInput, on_set_pos_takes_no_other_command) {
+    QJsonObject object{{QStringLiteral("cmd"), QStringLiteral("setBall")},
+                       {QStringLiteral("pos"), QStringLiteral("12,34")}};
+    field.on_set_pos(ze::net::PlayMessage(object));
+    EXPECT_EQ(heights(), glm::vec2(0, 0));
 }
 
 // Keys
@@ -283,7 +304,26 @@ TEST_F(PlayFieldInput, on_key_press_takes_the_own_paddle_and_with_ctrl_the_other
         field.on_key_press(&down);
         EXPECT_EQ(heights(), glm::vec2(0, 0));
     }
-    EXPECT_FALSE(lines_from("PlayField::on_key_press, ev:").empty());
+}
+
+TEST_F(PlayFieldInput, on_key_press_logs_the_key) {
+    const QKeyEvent up(QEvent::KeyPress, Qt::Key_Up, Qt::NoModifier);
+    const QKeyEvent ctrlDown(QEvent::KeyPress, Qt::Key_Down, Qt::ControlModifier);
+    field.on_key_press(&up);
+    field.on_key_press(&ctrlDown);
+    EXPECT_EQ(log.lines_with_level(),
+              (std::vector<std::string>{"DEB PlayField::on_key_press, ev:Up",
+                                        "DEB PlayField::on_key_press, ev:Ctrl+Down"}));
+}
+
+TEST_F(PlayFieldInput, a_key_press_without_an_event_ends_the_program) {
+    // The text goes to the standard output; a death test looks at the standard error.
+    const auto press_null = [this] {
+        dup2(STDERR_FILENO, STDOUT_FILENO);
+        field.on_key_press(nullptr);
+    };
+    EXPECT_EXIT(press_null(), testing::ExitedWithCode(1),
+                "^nullptr:ev == NULL\nprograms/vork2d/v5/PlayField_input\nLINE:");
 }
 
 struct MoveRow {
