@@ -6,6 +6,7 @@
 #include "vork2d/v5/sounds.h"
 
 #include <QFile>
+#include <QTest>
 #include <QUrl>
 
 #include <string>
@@ -27,6 +28,12 @@ std::string played(const char* name) {
 
 class PlayFieldSound : public test::FieldTest {
 protected:
+    ~PlayFieldSound() override {
+        // A process that ends while Qt's thread still loads a sample leaks what the thread holds.
+        EXPECT_TRUE(QTest::qWaitFor(
+            [] { return gSound == nullptr || gSound->status() != QSoundEffect::Loading; }));
+    }
+
     [[nodiscard]] Texts requests() const { return lines_from("PlayField::play_sound"); }
 };
 
