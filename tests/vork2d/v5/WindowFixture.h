@@ -92,6 +92,12 @@ protected:
         return std::find(lines.begin(), lines.end(), text) != lines.end();
     }
 
+    /// Whether a line with this level came, written as in "WRN text".
+    [[nodiscard]] bool has_line_with_level(const std::string& line) const {
+        const auto lines = log.lines_with_level();
+        return std::find(lines.begin(), lines.end(), line) != lines.end();
+    }
+
     /// The names of the sounds that the field let through so far.
     [[nodiscard]] std::vector<std::string> played_sounds() const {
         const std::string before = "PlayField::play_sound ** <<<:/wb/shared-res/sounds/";

@@ -7,11 +7,17 @@
 #include "vork2d/v5/game_sound.h"
 #include "vork2d/v5/sounds.h"
 
+#include <QElapsedTimer>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QSplitter>
 #include <QStandardItemModel>
 
+#include <algorithm>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -19,6 +25,12 @@ using test::v5::PlayField;
 namespace ORIENT2D = ze::math::ORIENT2D;
 
 class WindowTest : public test::WindowFixture {};
+
+QElapsedTimer started_watch() {
+    QElapsedTimer watch;
+    watch.start();
+    return watch;
+}
 
 TEST_F(WindowTest, starts_offline_with_the_field_in_front) {
     EXPECT_EQ(window.windowTitle(), QStringLiteral("vork2D/v5"));
@@ -43,6 +55,36 @@ TEST_F(WindowTest, its_row_of_buttons_tells_what_they_do) {
                                  QStringLiteral("Creates a Debug Line"),
                                  QStringLiteral("Toggle Fullscreen"), QString()}));
     EXPECT_EQ(window.panButtons->objectName(), QStringLiteral("buttons"));
+}
+
+TEST_F(WindowTest, its_fullscreen_button_fills_the_screen_and_gives_it_back) {
+    const auto buttons = window.panButtons->findChildren<QPushButton*>();
+    const auto button = std::find_if(buttons.begin(), buttons.end(), [](const QPushButton* b) {
+        return b->toolTip() == QStringLiteral("Toggle Fullscreen");
+    });
+    ASSERT_NE(button, buttons.end());
+    QTest::mouseClick(*button, Qt::LeftButton);
+    EXPECT_TRUE(window.isFullScreen());
+    QTest::mouseClick(*button, Qt::LeftButton);
+    EXPECT_FALSE(window.isFullScreen());
+}
+
+TEST_F(WindowTest, its_splitter_holds_field_chat_and_log_and_lets_none_collapse) {
+    const auto* const splitter = qobject_cast<QSplitter*>(window.panStack->parentWidget());
+    ASSERT_NE(splitter, nullptr);
+    EXPECT_EQ(splitter->orientation(), Qt::Vertical);
+    EXPECT_FALSE(splitter->childrenCollapsible());
+    EXPECT_EQ(splitter->count(), 3);
+    EXPECT_EQ(splitter->indexOf(window.panStack), 0);
+    EXPECT_EQ(splitter->indexOf(window.panChat), 1);
+    EXPECT_EQ(window.playField->minimumHeight(), 100);
+    EXPECT_EQ(window.listChat->minimumHeight(), 50);
+}
+
+TEST_F(WindowTest, its_fields_for_text_say_what_they_are_for) {
+    EXPECT_TRUE(window.editStatus->isReadOnly());
+    EXPECT_EQ(window.editStatus->maximumWidth(), 20);
+    EXPECT_EQ(window.editChat->placeholderText(), QStringLiteral("text..."));
 }
 
 TEST_F(WindowTest, reads_its_settings_at_the_start) {
@@ -92,6 +134,19 @@ TEST_F(WindowTest, a_click_on_the_field_moves_the_paddle_that_the_ball_flies_to)
                       QPoint(window.playField->width() / 2, window.playField->height() / 2 - 20));
     EXPECT_GT(field.paddleRight.pos.y, 0.0F);
     EXPECT_EQ(field.paddleLeft.pos.y, 0.0F);
+}
+
+TEST_F(WindowTest, the_mouse_drags_a_paddle_while_its_left_button_is_held) {
+    const QPointF pos(window.playField->width() / 2.0, window.playField->height() / 2.0 - 20);
+    const auto move_with = [this, &pos](Qt::MouseButtons held) {
+        QMouseEvent move(QEvent::MouseMove, pos, pos, Qt::NoButton, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(window.playField, &move);
+    };
+    move_with(Qt::NoButton);
+    move_with(Qt::RightButton);
+    EXPECT_EQ(window.playField->paddleRight.pos.y, 0.0F);
+    move_with(Qt::LeftButton);
+    EXPECT_GT(window.playField->paddleRight.pos.y, 0.0F);
 }
 
 TEST_F(WindowTest, the_first_start_offline_shows_the_hint_and_starts_when_it_is_answered) {
@@ -178,6 +233,47 @@ TEST_F(WindowTest, a_start_goes_out_once_and_a_stop_twice) {
                                         {QStringLiteral("msTravel"), 5000}}}}));
 }
 
+TEST_F(WindowTest, a_stop_goes_out_before_and_after_it_is_played_here) {
+    connect_paired();
+    window.on_start_stop();
+    log.clear();
+    ze::log::set_log_level(ze::log::TRACE);
+    window.on_start_stop();
+    std::vector<std::string> order;
+    for (const std::string& line : log.lines_with_level()) {
+        if (line.starts_with("TRA GAbstractMessage::send") || line == "DEB STOPPED by user") {
+            order.push_back(line.substr(0, line.find(',')));
+        }
+    }
+    EXPECT_EQ(order, (std::vector<std::string>{"TRA GAbstractMessage::send", "DEB STOPPED by user",
+                                               "TRA GAbstractMessage::send"}));
+}
+
+TEST_F(WindowTest, a_start_is_logged_twice_and_a_stop_once) {
+    const std::string line = "DEB Window::on_start_stop";
+    const auto count = [this, &line] {
+        const auto lines = log.lines_with_level();
+        return std::count(lines.begin(), lines.end(), line);
+    };
+    window.on_start_stop();
+    EXPECT_EQ(count(), 2);
+    log.clear();
+    window.on_start_stop();
+    EXPECT_EQ(count(), 1);
+}
+
+TEST_F(WindowTest, the_opponents_start_and_stop_show_on_the_button) {
+    connect_paired();
+    relay.send_play({{QStringLiteral("cmd"), QStringLiteral("start")},
+                     {QStringLiteral("orient"), QStringLiteral("RIGHT")},
+                     {QStringLiteral("msTravel"), 5000}});
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return window.buttonStart->text() == QStringLiteral("stop"); }));
+    relay.send_play({{QStringLiteral("cmd"), QStringLiteral("stop")}});
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return window.buttonStart->text() == QStringLiteral("start"); }));
+}
+
 TEST_F(WindowTest, a_ping_is_answered_without_a_line) {
     connect_paired();
     log.ignore("WIN ACTIVATED:");
@@ -189,6 +285,20 @@ TEST_F(WindowTest, a_ping_is_answered_without_a_line) {
                                             {QStringLiteral("to"), QStringLiteral("+")},
                                             {QStringLiteral("ident"), 0}}));
     EXPECT_EQ(log.lines(), std::vector<std::string>());
+}
+
+TEST_F(WindowTest, a_message_for_the_game_is_logged_when_it_comes_and_when_it_is_played) {
+    const std::string text = R"(PLAY, from:'g:Ben', to:'#', game:'vork', payload:'{"cmd":"nod"}')";
+    window.on_object(
+        {{QStringLiteral("type"), QStringLiteral("PLAY")},
+         {QStringLiteral("from"), QStringLiteral("g:Ben")},
+         {QStringLiteral("to"), QStringLiteral("#")},
+         {QStringLiteral("game"), QStringLiteral("vork")},
+         {QStringLiteral("payload"), QJsonObject{{QStringLiteral("cmd"), QStringLiteral("nod")}}}});
+    std::vector<std::string> lines = log.lines_with_level();
+    lines.resize(3);
+    EXPECT_EQ(lines, (std::vector<std::string>{"DEB Window::on_object, xmsg, '" + text + "'",
+                                               "DEB PLAY message", "DEB " + text}));
 }
 
 TEST_F(WindowTest, a_message_of_another_type_leaves_an_error_line) {
@@ -212,13 +322,14 @@ TEST_F(WindowTest, a_ball_out_on_the_own_side_is_the_opponents_point_and_sends_n
     EXPECT_EQ(window.opponent.countPoints, 1U);
     EXPECT_EQ(window.me.countPoints, 0U);
     EXPECT_TRUE(relay.commands().empty());
-    EXPECT_TRUE(has_line("point for opponent"));
+    EXPECT_TRUE(has_line_with_level("INF point for opponent"));
 }
 
 TEST_F(WindowTest, a_ball_out_on_the_other_side_is_the_own_point_and_tells_the_server) {
     connect_paired();
     window.on_confirmed_out_of_field(ORIENT2D::RIGHT);
     ASSERT_TRUE(relay.wait_for_frames(1));
+    EXPECT_TRUE(has_line_with_level("INF point for me"));
     EXPECT_EQ(window.me.countPoints, 1U);
     EXPECT_EQ(relay.frames[0][QStringLiteral("to")].toString(), QStringLiteral("+"));
     EXPECT_EQ(relay.frames[0][QStringLiteral("payload")].toObject(),
@@ -259,8 +370,8 @@ TEST_F(WindowTest, the_masters_ball_exit_goes_through_the_field_and_out) {
     EXPECT_EQ(relay.commands(),
               (std::vector<QString>{QStringLiteral("points"), QStringLiteral("out_of_field")}));
     EXPECT_EQ(window.me.countPoints, 1U);
-    EXPECT_TRUE(has_line("Window::ini, * ball out of field:RIGHT"));
-    EXPECT_TRUE(has_line("CONFIRMED- ball out of field:RIGHT"));
+    EXPECT_TRUE(has_line_with_level("WRN Window::ini, * ball out of field:RIGHT"));
+    EXPECT_TRUE(has_line_with_level("WRN CONFIRMED- ball out of field:RIGHT"));
 }
 
 TEST_F(WindowTest, a_hit_of_the_master_sends_the_ball) {
@@ -303,6 +414,14 @@ TEST_F(WindowTest, a_paddle_message_carries_the_own_name_and_moves_the_paddle_he
     EXPECT_EQ(window.playField->paddleLeft.pos.y, 90.0F);
 }
 
+TEST_F(WindowTest, a_paddle_message_is_logged_before_it_carries_a_name) {
+    ze::log::set_log_level(ze::log::TRACE);
+    window.playField->on_move_paddle({0.0F, 90.0F}, false);
+    EXPECT_EQ(log.lines_with_level().front(),
+              R"(TRA paddle pos:PLAY, from:'?', to:'#', game:'vork', )"
+              R"(payload:'{"cmd":"setPos","object":"paddle","pos":"-380,90","side":"LEFT"}')");
+}
+
 TEST_F(WindowTest, a_side_switch_swaps_the_labels_and_tells_the_opponent) {
     connect_paired();
     window.on_switch_side();
@@ -333,15 +452,29 @@ TEST_F(WindowTest, an_orientation_that_arrives_during_a_rally_is_an_error_and_is
                      {QStringLiteral("orient"), QStringLiteral("LEFT")}});
     ASSERT_TRUE(wait_for_line("SHOULD NEVER SWAP DURING RUN!"));
     EXPECT_EQ(window.playField->side, ORIENT2D::RIGHT);
-    EXPECT_TRUE(has_line(
-        "orient changed, me: {g:Ann, RIGHT, countPoints:0}, opponent{g:Ben, LEFT, countPoints:0}"));
+    EXPECT_TRUE(
+        has_line_with_level("INF orient changed, me: {g:Ann, RIGHT, countPoints:0}, "
+                            "opponent{g:Ben, LEFT, countPoints:0}"));
 }
 
 TEST_F(WindowTest, a_speed_change_shows_for_a_second) {
     window.set_travel_time(2000);
     EXPECT_EQ(window.playField->textInfo, QStringLiteral("speed:2000"));
     EXPECT_EQ(window.playField->tm_travel(), 2000U);
+    const QElapsedTimer watch = started_watch();
     EXPECT_TRUE(QTest::qWaitFor([this] { return window.playField->textInfo.isEmpty(); }));
+    EXPECT_GE(watch.elapsed(), 990);
+}
+
+TEST_F(WindowTest, a_speed_change_clears_its_text_though_a_later_one_has_put_its_own) {
+    const QElapsedTimer watch = started_watch();
+    window.set_travel_time(2000);
+    QTest::qWait(500);
+    window.set_travel_time(1000);
+    const qint64 second = watch.elapsed();
+    EXPECT_EQ(window.playField->textInfo, QStringLiteral("speed:1000"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window.playField->textInfo.isEmpty(); }));
+    EXPECT_LT(watch.elapsed(), second + 990) << "the first change's second was over";
 }
 
 TEST_F(WindowTest, a_speed_change_while_connected_goes_out) {
@@ -351,7 +484,21 @@ TEST_F(WindowTest, a_speed_change_while_connected_goes_out) {
     EXPECT_EQ(relay.frames[0][QStringLiteral("payload")].toObject(),
               (QJsonObject{{QStringLiteral("cmd"), QStringLiteral("travel")},
                            {QStringLiteral("msTravel"), 100}}));
-    EXPECT_TRUE(has_line("TRY TO SEND:100 msTravel"));
+    EXPECT_TRUE(has_line_with_level("DEB Window::set_travel_time, val:100"));
+    EXPECT_TRUE(has_line_with_level("INF TRY TO SEND:100 msTravel"));
+}
+
+TEST_F(WindowTest, a_key_is_logged_with_the_text_that_it_types) {
+    window.send_key_event(
+        QKeyEvent(QEvent::KeyPress, Qt::Key_Up, Qt::NoModifier, QStringLiteral("u")));
+    window.send_key_event(QKeyEvent(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier));
+    EXPECT_EQ(log.lines_with_level(),
+              (std::vector<std::string>{
+                  "DEB Window::send_key_pressed, key press:u",
+                  "DEB PlayField::on_key_sequence, <<<Up>>>, PRESSED, LOCAL",
+                  "DEB Window::send_key_pressed, key press:",
+                  "DEB PlayField::on_key_sequence, <<<Down>>>, PRESSED, LOCAL",
+              }));
 }
 
 TEST_F(WindowTest, a_null_key_event_is_refused) {
@@ -546,6 +693,8 @@ TEST_F(WindowTest, alone_on_the_server_the_start_button_is_off_and_the_dialog_wa
     window.playField->state = test::v5::PLAY_STATE::CONNECTED1;
     window.on_play_state_changed();
     EXPECT_FALSE(window.buttonStart->isEnabled());
+    EXPECT_FALSE(window.editChat->isEnabled());
+    EXPECT_FALSE(window.buttonSend->isEnabled());
     EXPECT_EQ(window.editStatus->text(), QStringLiteral("1"));
     EXPECT_EQ(window.me.countPoints, 0U);
     EXPECT_EQ(window.opponent.name, QString());
@@ -568,8 +717,11 @@ TEST_F(WindowTest, no_dialog_waits_for_a_friend_who_came_meanwhile_or_for_a_rela
 TEST_F(WindowTest, the_second_bit_alone_is_odd) {
     window.playField->state = test::v5::PLAY_STATE::CONNECTED2;
     window.on_play_state_changed();
-    EXPECT_EQ(log.lines(), (std::vector<std::string>{"STATE CHANGED, states {CONNECTED2}",
-                                                     "CONNECTED2 only ???"}));
+    EXPECT_EQ(log.lines_with_level(),
+              (std::vector<std::string>{"INF STATE CHANGED, states {CONNECTED2}",
+                                        "DEB CONNECTED2 only ???"}));
+    EXPECT_TRUE(window.editChat->isEnabled());
+    EXPECT_TRUE(window.buttonSend->isEnabled());
 }
 
 }  // namespace
