@@ -54,7 +54,7 @@ inline bool is_flown(glm::vec2 motion) {
 
 struct PlayField::FrameMotion {
     glm::vec2 ptStart;    // of the current sub-step
-    glm::vec2 posBefore;  // start of the last sub-step that was flown
+    glm::vec2 posBefore;  // start of the last sub-step that was searched
     glm::vec2 vRemain;    // what this frame has still to fly
     unsigned cGuard = 0;
     bool oneHit = false;
