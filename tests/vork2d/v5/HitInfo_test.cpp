@@ -2,17 +2,16 @@
 
 #include "support/LogCapture.h"
 
+#include <iterator>
 #include <string>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using vork2d::v5::HIT_BOTTOM;
 using vork2d::v5::HIT_NONE;
 using vork2d::v5::HIT_PADDLE_LEFT;
 using vork2d::v5::HIT_PADDLE_RIGHT;
-using vork2d::v5::HIT_TOP;
 using vork2d::v5::HIT_TYPE;
 using vork2d::v5::HitInfo;
 
@@ -80,13 +79,12 @@ TEST(HitInfo, a_line_upside_down_is_reported_and_not_hit) {
     expect_fresh(HitInfo::hit_vertical(HIT_PADDLE_LEFT, {-10, 1.5f}, {10, 1.5f}, 0, 2, 1));
 }
 
-TEST(HitInfo, types_print_as_their_enumerators) {
-    EXPECT_EQ(to_string(HIT_NONE), "HIT_NONE");
-    EXPECT_EQ(to_string(HIT_TOP), "HIT_TOP");
-    EXPECT_EQ(to_string(HIT_BOTTOM), "HIT_BOTTOM");
-    EXPECT_EQ(to_string(HIT_PADDLE_LEFT), "HIT_PADDLE_LEFT");
-    EXPECT_EQ(to_string(HIT_PADDLE_RIGHT), "HIT_PADDLE_RIGHT");
-    EXPECT_EQ(to_string(static_cast<HIT_TYPE>(5)), "hitType:5 is unknown");
+TEST(HitInfo, types_have_their_numbers_and_print_as_their_enumerators) {
+    const char* const texts[] = {"HIT_NONE",        "HIT_TOP",          "HIT_BOTTOM",
+                                 "HIT_PADDLE_LEFT", "HIT_PADDLE_RIGHT", "hitType:5 is unknown"};
+    for (unsigned type = 0; type < std::size(texts); ++type) {
+        EXPECT_EQ(to_string(static_cast<HIT_TYPE>(type)), texts[type]);
+    }
 }
 
 }  // namespace

@@ -111,6 +111,35 @@ TEST_F(PlayFieldDraw, the_left_label_is_yellow_and_the_right_one_white) {
     EXPECT_EQ(count(image, LABEL_RIGHT, is_yellowish), 0);
 }
 
+TEST_F(PlayFieldDraw, the_labels_let_half_of_the_ground_through) {
+    field.textLeft = field.textRight = field.textInfo = QStringLiteral("MMM");
+    const QImage image = picture();
+    for (const QRect& label : {LABEL_LEFT, LABEL_RIGHT, LABEL_INFO}) {
+        EXPECT_GT(count(image, label, [](QColor color) { return color.red() > 120; }), 20);
+        EXPECT_EQ(count(image, label, [](QColor color) { return color.red() > 130; }), 0);
+    }
+}
+
+TEST_F(PlayFieldDraw, the_right_label_ends_as_far_from_the_edge_as_the_left_one_begins) {
+    field.textRight = QStringLiteral("MMM");
+    field.fontSize = field.font().pointSize();
+    const QImage image = picture();
+    EXPECT_GT(count(image, QRect(735, 10, 15, 40), is_greyish), 0);
+    EXPECT_EQ(count(image, QRect(751, 10, 49, 40), is_greyish), 0);
+}
+
+TEST_F(PlayFieldDraw, the_labels_stand_with_their_descenders_on_their_height) {
+    field.textLeft = field.textRight = field.textInfo = QStringLiteral("gjpq");
+    const QImage image = picture();
+    const auto is_lit = [](QColor color) {
+        return color.red() > 60;
+    };
+    for (const QPoint& corner : {QPoint(50, 40), QPoint(650, 40), QPoint(50, 360)}) {
+        EXPECT_GT(count(image, QRect(corner - QPoint(0, 5), QSize(100, 5)), is_lit), 0);
+        EXPECT_EQ(count(image, QRect(corner + QPoint(0, 1), QSize(100, 20)), is_lit), 0);
+    }
+}
+
 TEST_F(PlayFieldDraw, an_empty_info_is_not_there) {
     EXPECT_EQ(count(picture(), LABEL_INFO, is_greyish), 0);
     field.textInfo = QStringLiteral("MMM");

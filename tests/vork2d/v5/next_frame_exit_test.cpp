@@ -124,6 +124,21 @@ TEST_F(NextFrameExit, the_test_runs_after_a_guard_break_too) {
     EXPECT_EQ(exits, std::vector<ORIENT2D::Type>{ORIENT2D::RIGHT});
 }
 
+TEST_F(NextFrameExit, the_test_runs_after_a_zero_length_hit_step_too) {
+    fly({500, 195}, {0, 1}, 40);
+    log.expect_error(
+        "PlayField::next_frame, zero-length hit step, type:HIT_TOP, t:0.00, ball.pos:500.00, "
+        "195.00, ptHit:500.00, 195.00");
+    log.expect_error(
+        "PlayField::next_frame, BALL EXIT but no vertical cut found, posBefore:500.00, 195.00, "
+        "ball.pos:500.00, 195.00, xHit:405.00");
+    field.next_frame(1);
+    EXPECT_EQ(field.ball.pos, glm::vec2(500, 195));
+    EXPECT_EQ(field.ball.dir, glm::vec2(0, 1));
+    EXPECT_EQ(exits, std::vector<ORIENT2D::Type>{ORIENT2D::RIGHT});
+    EXPECT_FALSE(field.is_state_PLAY());
+}
+
 TEST_F(NextFrameExit, the_end_of_the_rally_is_reported_after_the_exit) {
     fly({395, 0}, {1, 0}, 40);
     std::vector<std::string> order;

@@ -133,9 +133,10 @@ TEST_F(NextFrame, the_left_paddle_sends_the_ball_to_the_right) {
 }
 
 TEST_F(NextFrame, a_rel_of_exactly_the_dead_zone_is_still_a_mirror) {
-    fly({360, 2}, {1, 0}, 100);  // 2 of 40: 0.05
-    field.next_frame(0.2f);
-    EXPECT_EQ(field.ball.dir, glm::vec2(-1, 0));
+    fly({360, -3}, {2, 1}, 40);  // meets the line at (370, 2), and 2 of 40 is 0.05
+    field.next_frame(0.25f);
+    EXPECT_EQ(playStats.hitsPaddleRight, 1U);
+    EXPECT_EQ(field.ball.dir, glm::vec2(-2, 1)) << "not made a unit vector either";
 }
 
 TEST_F(NextFrame, beyond_the_dead_zone_the_direction_takes_the_place_of_the_hit) {

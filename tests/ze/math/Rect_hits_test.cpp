@@ -83,6 +83,16 @@ TEST(RectHits, a_point_on_the_border_is_one_hit_at_the_start) {
     EXPECT_THAT(R.get_intersections({10, 10, 10, 10}), ElementsAre(hit(10, 10, 2, 0)));
 }
 
+TEST(RectHits, an_end_within_the_tolerance_lies_on_the_border_and_beyond_it_only_crosses) {
+    constexpr float WITHIN = 20.000005f;
+    constexpr float BEYOND = 20.00005f;
+    EXPECT_THAT(R.get_intersections({5, 10, 5, WITHIN}), ElementsAre(hit(5, WITHIN, 0, 1)));
+    const auto crossing = R.get_intersections({5, 10, 5, BEYOND});
+    ASSERT_EQ(crossing.size(), 1u);
+    EXPECT_NEAR(crossing[0].point.y, 20, 1e-5);
+    EXPECT_LT(crossing[0].t, 1.0f);
+}
+
 TEST(RectHits, far_from_the_origin_a_crossing_keeps_its_edge) {
     const Rect far(-400.7f, -200.3f, 801.1f, 400.9f);
     for (float x = -390; x < 390; x += 7.3f) {
