@@ -318,6 +318,7 @@ class Stage:
                                          stderr=subprocess.DEVNULL)
         wait_for("the window manager", lambda: "window id" in self.run(
             "xprop", "-root", "_NET_SUPPORTING_WM_CHECK", check=False))
+        self.run("xdotool", "key", "Shift_L")  # at the first key the window manager binds all of its own anew
 
     def start_relay(self, port=0):
         """Starts the relay; with a port, one that was in use before."""
