@@ -24,7 +24,8 @@ import websockets
 BIN = pathlib.Path(os.environ["VORK2D_BIN"])
 LIMIT = float(os.environ.get("VORK2D_E2E_LIMIT", "30"))  # seconds that a wait may take on a busy machine
 
-# Where the two buttons stand that have no key: middle in the game's own window, from its lower edge.
+# Where buttons stand: middle in the game's own window, from its lower edge.
+START_BUTTON = (22, -15)
 OPTIONS_BUTTON = (66, -15)
 CONNECT_BUTTON = (160, -15)
 
@@ -237,11 +238,28 @@ class Client(Program):
     def click(self, x, y):
         """At a point of the game's own window; a negative coordinate counts from the right or lower edge."""
         window = self.activate(self.title())
+        width, height = self.shape(window)
+        x = x if x >= 0 else x + width
+        y = y if y >= 0 else y + height
+        self.stage.run("xdotool", "mousemove", "--window", window, str(x), str(y), "click", "1")
+
+    def drag(self, *points):
+        """From the first point of the game's own window, with the left button held, past the others to the last."""
+        window = self.activate(self.title())
+        moves = [["mousemove", "--window", window, str(x), str(y)] for x, y in points]
+        self.stage.run("xdotool", *moves[0], "mousedown", "1", *sum(moves[1:], []), "mouseup", "1")
+
+    def shape(self, window):
+        """Width and height of a window."""
         shape = dict(line.split("=") for line in self.stage.run("xdotool", "getwindowgeometry", "--shell",
                                                                  window).split())
-        x = x if x >= 0 else x + int(shape["WIDTH"])
-        y = y if y >= 0 else y + int(shape["HEIGHT"])
-        self.stage.run("xdotool", "mousemove", "--window", window, str(x), str(y), "click", "1")
+        return int(shape["WIDTH"]), int(shape["HEIGHT"])
+
+    def resize(self, width, height):
+        """The game's own window."""
+        window = self.activate(self.title())
+        self.stage.run("xdotool", "windowsize", window, str(width), str(height))
+        wait_for("the shape", lambda: self.shape(window) == (width, height))
 
     def open_connection_dialog(self):
         self.click(*CONNECT_BUTTON)
