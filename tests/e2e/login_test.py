@@ -150,6 +150,7 @@ class LoginTest(unittest.TestCase):
         client.window("vork2D/v5")
         self.assertEqual(client.quit(), 0)
         self.assertEqual(self.stage.frames, [])
+        self.assertEqual(client.count_starting("Window::try_connect"), 0)
         self.assertEqual(client.errors(), [])
 
 

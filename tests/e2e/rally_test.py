@@ -156,6 +156,16 @@ class OfflineTest(unittest.TestCase):
         client.window("vork2D/v5")
         return client
 
+    def test_a_first_start_has_its_size_its_theme_and_its_settings(self):
+        client = self.stage.client("vork2D/v5")
+        self.assertEqual(client.shape(client.window("vork2D/v5")), (800, 600))
+        client.wait_line("Window, theme DARK")
+        settings = client.config / "vork2d.example" / "vork2d.conf"
+        client.wait_line(f"GSettings::check_update_config, current version:99, version expected:110 {settings}")
+        client.wait_line("GSettings::check_update_config - CLEAR")
+        self.assertEqual(client.quit(), 0)
+        self.assertTrue(settings.exists())
+
     def test_the_hint_is_answered_both_ways_and_remembered(self):
         client = self.start()
         client.press("space")
