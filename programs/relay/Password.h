@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string_view>
 
 namespace relay {
@@ -17,10 +18,11 @@ private:
     using Salt = std::array<unsigned char, 16>;
     using Digest = std::array<unsigned char, 32>;
 
-    [[nodiscard]] static Digest digest(const Salt& salt, std::string_view text) noexcept;
+    [[nodiscard]] static std::optional<Digest> digest(const Salt& salt,
+                                                      std::string_view text) noexcept;
 
     Salt salt_{};
-    Digest digest_{};
+    std::optional<Digest> digest_;  ///< nothing if it could not be made: then no text matches
 };
 
 }  // namespace relay
