@@ -15,19 +15,12 @@ struct Range {
 
 // Control characters, blanks and marks that show nothing: two names must not look like one. The
 // comma and the blank separate the names in the list of members.
-constexpr std::array<Range, 13> REFUSED = {{{0x00, 0x20},
-                                            {',', ','},
-                                            {0x7F, 0xA0},
-                                            {0xAD, 0xAD},
-                                            {0x115F, 0x1160},
-                                            {0x1680, 0x1680},
-                                            {0x180E, 0x180E},
-                                            {0x2000, 0x200F},
-                                            {0x2028, 0x202F},
-                                            {0x205F, 0x206F},
-                                            {0x3000, 0x3000},
-                                            {0xFEFF, 0xFEFF},
-                                            {0xE0000, 0xE007F}}};
+constexpr std::array<Range, 22> REFUSED = {
+    {{0x00, 0x20},       {',', ','},        {0x7F, 0xA0},     {0xAD, 0xAD},     {0x34F, 0x34F},
+     {0x61C, 0x61C},     {0x115F, 0x1160},  {0x1680, 0x1680}, {0x17B4, 0x17B5}, {0x180B, 0x180F},
+     {0x2000, 0x200F},   {0x2028, 0x202F},  {0x205F, 0x206F}, {0x2800, 0x2800}, {0x3000, 0x3000},
+     {0x3164, 0x3164},   {0xFE00, 0xFE0F},  {0xFEFF, 0xFEFF}, {0xFFA0, 0xFFA0}, {0xFFF9, 0xFFFB},
+     {0xE0000, 0xE007F}, {0xE0100, 0xE01EF}}};
 
 bool is_refused(char32_t point) noexcept {
     for (const Range& range : REFUSED) {

@@ -94,6 +94,16 @@ TEST_F(HubLogin, a_name_that_breaks_a_rule_is_refused) {
         {"no-break space", "g:a\xC2\xA0", Reason::NAME_BAD_CHARACTER},
         {"zero-width space", "g:a\xE2\x80\x8B", Reason::NAME_BAD_CHARACTER},
         {"right-to-left mark", "g:a\xE2\x80\x8F", Reason::NAME_BAD_CHARACTER},
+        {"grapheme joiner", "g:a\xCD\x8F", Reason::NAME_BAD_CHARACTER},
+        {"Arabic letter mark", "g:a\xD8\x9C", Reason::NAME_BAD_CHARACTER},
+        {"Khmer inherent vowel", "g:a\xE1\x9E\xB5", Reason::NAME_BAD_CHARACTER},
+        {"Mongolian variation selector", "g:a\xE1\xA0\x8B", Reason::NAME_BAD_CHARACTER},
+        {"empty Braille cell", "g:a\xE2\xA0\x80", Reason::NAME_BAD_CHARACTER},
+        {"Hangul filler", "g:a\xE3\x85\xA4", Reason::NAME_BAD_CHARACTER},
+        {"variation selector", "g:a\xEF\xB8\x8F", Reason::NAME_BAD_CHARACTER},
+        {"narrow Hangul filler", "g:a\xEF\xBE\xA0", Reason::NAME_BAD_CHARACTER},
+        {"annotation anchor", "g:a\xEF\xBF\xB9", Reason::NAME_BAD_CHARACTER},
+        {"late variation selector", "g:a\xF3\xA0\x87\xAF", Reason::NAME_BAD_CHARACTER},
     };
     for (const NameRow& row : rows) {
         auto client = connect(row.title);
