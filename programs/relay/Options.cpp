@@ -4,7 +4,6 @@
 #include "settings.h"
 
 #include <fstream>
-#include <sstream>
 
 namespace relay {
 
@@ -27,8 +26,18 @@ std::string assign(Options& options, std::string_view key, std::string_view valu
                    : "unknown setting \"" + std::string(key) + "\"";
 }
 
+/// A # inside a word, as in a path, begins no comment.
+std::string_view without_comment(std::string_view line) noexcept {
+    std::size_t mark = line.find('#');
+    while (mark != std::string_view::npos && mark > 0 &&
+           !trimmed(line.substr(mark - 1, 1)).empty()) {
+        mark = line.find('#', mark + 1);
+    }
+    return line.substr(0, mark);
+}
+
 std::string read_line(std::string_view line, Options& options) {
-    line = trimmed(line.substr(0, line.find('#')));
+    line = trimmed(without_comment(line));
     if (line.empty()) {
         return {};
     }
@@ -41,12 +50,14 @@ std::string read_line(std::string_view line, Options& options) {
 
 std::string read_config_file(const std::string& path, Options& options) {
     std::ifstream file(path);
-    std::stringstream text;
-    text << file.rdbuf();
-    if (!file) {
+    std::string text;
+    for (char part[4096]; file.read(part, sizeof part) || file.gcount() > 0;) {
+        text.append(part, static_cast<std::size_t>(file.gcount()));
+    }
+    if (!file.is_open() || file.bad()) {
         return "can not read " + path;
     }
-    const std::string fault = read_config(text.str(), options);
+    const std::string fault = read_config(text, options);
     return fault.empty() ? fault : path + ": " + fault;
 }
 

@@ -40,8 +40,8 @@ using Environment = std::function<std::optional<std::string>(const std::string& 
 [[nodiscard]] CommandLine read_command_line(const std::vector<std::string>& arguments,
                                             const Environment& environment);
 
-/// The text of a configuration file: lines "key = value", # begins a comment. What is wrong, or
-/// empty.
+/// The text of a configuration file: lines "key = value"; a # at the begin of a line or behind a
+/// blank begins a comment. What is wrong, or empty.
 [[nodiscard]] std::string read_config(std::string_view text, Options& options);
 
 /// Every key with its value, as a configuration file.

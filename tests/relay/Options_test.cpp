@@ -119,6 +119,7 @@ TEST(Options, what_is_wrong_is_told) {
         {{"--chat-burst", ""}, "chat-burst takes a whole number from 1 to 1000000"},
         {{"--ping-seconds", "30"}, "silence-seconds has to be more than ping-seconds"},
         {{"--config", "/nonexistent/x"}, "can not read /nonexistent/x"},
+        {{"--config", "/"}, "can not read /"},
     };
     for (const FaultRow& row : rows) {
         EXPECT_EQ(read(row.arguments).fault, row.fault) << row.arguments[0];
@@ -136,6 +137,18 @@ TEST(Options, a_file_has_comments_blank_lines_and_blanks) {
               "");
     EXPECT_EQ(options.limits.chatLength, 7U);
     EXPECT_EQ(options.listen, "a:1");
+}
+
+TEST(Options, a_hash_inside_a_word_begins_no_comment) {
+    relay::Options options;
+    EXPECT_EQ(relay::read_config("cert = /etc/a#1.pem\t# mine\nkey=k##2 #\n#key=x", options), "");
+    EXPECT_EQ(options.cert, "/etc/a#1.pem");
+    EXPECT_EQ(options.key, "k##2");
+}
+
+TEST(Options, an_empty_file_changes_nothing) {
+    const ConfigFile file("");
+    EXPECT_EQ(read({"--config", file.path}).fault, "");
 }
 
 struct FileRow {
@@ -158,7 +171,7 @@ TEST(Options, a_wrong_line_is_told_by_its_number) {
 TEST(Options, what_is_printed_reads_back_the_same) {
     relay::Options options;
     options.listen = "[::]:443";
-    options.cert = "/etc/cert.pem";
+    options.cert = "/etc/cert#1.pem";
     options.limits.frameSize = 5000;
     options.limits.ping = std::chrono::seconds(7);
     const std::string text = relay::to_config(options);
