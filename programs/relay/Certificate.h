@@ -20,6 +20,9 @@ public:
     /// Reads the files; what is wrong, or an empty text. A fault leaves the former context in use.
     [[nodiscard]] std::string load(const CertificateFiles& files);
 
+    /// What load() would find wrong, or an empty text. Makes nothing.
+    [[nodiscard]] static std::string check(const CertificateFiles& files);
+
     /// Null before the first load().
     [[nodiscard]] SSL_CTX* get() const noexcept { return context_.get(); }
 

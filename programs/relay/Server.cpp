@@ -54,15 +54,21 @@ Server::Server(const Options& options, const Log& log)
       timer_(context_) {}
 
 std::string Server::start() {
-    if (std::string fault = tls_.load(options_.certificate_files()); !fault.empty()) {
+    std::string fault = tls_.load(options_.certificate_files());
+    if (!fault.empty()) {
         return fault;
     }
-    if (std::string fault = listen_on(acceptor_, options_.listen); !fault.empty()) {
+    const Endpoint endpoint = resolve(options_.listen, fault);
+    if (fault.empty()) {
+        fault = listen_on(acceptor_, endpoint);
+    }
+    if (!fault.empty()) {
         return fault;
     }
     if (!options_.status.empty()) {
         status_ = std::make_unique<StatusServer>(context_, metrics_);
-        if (std::string fault = status_->start(options_.status); !fault.empty()) {
+        fault = status_->start(options_.status);
+        if (!fault.empty()) {
             return fault;
         }
     }

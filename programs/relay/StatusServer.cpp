@@ -92,12 +92,9 @@ StatusServer::StatusServer(net::io_context& context, const Metrics& metrics)
 
 std::string StatusServer::start(const std::string& address) {
     std::string fault;
-    const tcp::endpoint endpoint = resolve(address, fault);
-    if (fault.empty() && !endpoint.address().is_loopback()) {
-        fault = address + " is no loopback address; the status is not for others";
-    }
+    const tcp::endpoint endpoint = resolve_loopback(address, fault);
     if (fault.empty()) {
-        fault = listen_on(acceptor_, address);
+        fault = listen_on(acceptor_, endpoint);
     }
     if (fault.empty()) {
         accept();
@@ -107,8 +104,7 @@ std::string StatusServer::start(const std::string& address) {
 
 std::string StatusServer::address() const {
     error_code ec;
-    const tcp::endpoint endpoint = acceptor_.local_endpoint(ec);
-    return url_host(endpoint.address()) + ":" + std::to_string(endpoint.port());
+    return host_port(acceptor_.local_endpoint(ec));
 }
 
 void StatusServer::accept() {

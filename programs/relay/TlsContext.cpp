@@ -6,8 +6,11 @@
 #include <openssl/err.h>
 #include <openssl/pem.h>
 #include <openssl/x509.h>
+#include <unistd.h>
 
 namespace relay {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -36,24 +39,35 @@ bool is_good_for_long(const std::string& path) {
     return cert && X509_cmp_time(X509_get0_notAfter(cert.get()), &until) > 0;
 }
 
-std::string prepare(const CertificateFiles& files) {
+bool has_to_be_made(const CertificateFiles& files) {
     std::error_code ignored;
-    if (files.flagSelfSigned &&
-        (!is_good_for_long(files.cert) || !std::filesystem::exists(files.key, ignored))) {
-        return make_self_signed(files);
+    return files.flagSelfSigned &&
+           (!is_good_for_long(files.cert) || !fs::exists(files.key, ignored));
+}
+
+/// What keeps files from being made in this folder, itself made if need be, or an empty text.
+std::string folder_fault(const fs::path& folder) {
+    std::error_code ec;
+    fs::path there = fs::absolute(folder, ec);
+    while (!fs::exists(there, ec) && there.has_relative_path()) {
+        there = there.parent_path();
     }
-    return {};
+    if (fs::is_directory(there, ec) && access(there.c_str(), W_OK | X_OK) == 0) {
+        return {};
+    }
+    return "can not write into " + folder.string();
 }
 
 void configure(SSL_CTX* context) {
     SSL_CTX_set_min_proto_version(context, TLS1_2_VERSION);
     SSL_CTX_set_options(context, SSL_OP_NO_RENEGOTIATION | SSL_OP_NO_COMPRESSION |
                                      SSL_OP_IGNORE_UNEXPECTED_EOF |
-                                     SSL_OP_CIPHER_SERVER_PREFERENCE);
+                                     SSL_OP_CIPHER_SERVER_PREFERENCE | SSL_OP_NO_TICKET);
     // AES-128 first: as safe here, and the fastest on nearly every machine.
     SSL_CTX_set_ciphersuites(
         context, "TLS_AES_128_GCM_SHA256:TLS_AES_256_GCM_SHA384:TLS_CHACHA20_POLY1305_SHA256");
-    // A player connects once; sessions to resume would only take memory.
+    // A player connects once: sessions to resume would only take memory, and tickets would hang on
+    // one key for as long as the relay runs.
     SSL_CTX_set_session_cache_mode(context, SSL_SESS_CACHE_OFF);
     SSL_CTX_set_num_tickets(context, 0);
     SSL_CTX_set_mode(context, SSL_MODE_RELEASE_BUFFERS | SSL_MODE_ENABLE_PARTIAL_WRITE |
@@ -63,9 +77,19 @@ void configure(SSL_CTX* context) {
 
 }  // namespace
 
+std::string TlsContext::check(const CertificateFiles& files) {
+    if (has_to_be_made(files)) {
+        return folder_fault(fs::path(files.key).parent_path());
+    }
+    TlsContext trial;
+    return trial.load(files);
+}
+
 std::string TlsContext::load(const CertificateFiles& files) {
-    if (std::string fault = prepare(files); !fault.empty()) {
-        return fault;
+    if (has_to_be_made(files)) {
+        if (std::string fault = make_self_signed(files); !fault.empty()) {
+            return fault;
+        }
     }
     std::unique_ptr<SSL_CTX, Free> context(SSL_CTX_new(TLS_server_method()));
     if (!context) {

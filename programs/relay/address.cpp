@@ -55,6 +55,10 @@ std::string url_host(const ip::address& address) {
     return address.is_v6() ? "[" + address.to_string() + "]" : address.to_string();
 }
 
+std::string host_port(const ip::tcp::endpoint& endpoint) {
+    return url_host(endpoint.address()) + ":" + std::to_string(endpoint.port());
+}
+
 ip::tcp::endpoint resolve(std::string_view text, std::string& fault) {
     const auto parts = split_host_port(text);
     if (!parts) {
@@ -70,6 +74,14 @@ ip::tcp::endpoint resolve(std::string_view text, std::string& fault) {
         return {};
     }
     return found.begin()->endpoint();
+}
+
+ip::tcp::endpoint resolve_loopback(std::string_view text, std::string& fault) {
+    const ip::tcp::endpoint endpoint = resolve(text, fault);
+    if (fault.empty() && !endpoint.address().is_loopback()) {
+        fault = std::string(text) + " is no loopback address; the status is not for others";
+    }
+    return endpoint;
 }
 
 }  // namespace relay

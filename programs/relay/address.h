@@ -25,17 +25,20 @@ struct HostPort {
 /// As it stands in a URL: an IPv6 address in brackets.
 [[nodiscard]] std::string url_host(const boost::asio::ip::address& address);
 
+/// "HOST:PORT", an IPv6 address in brackets.
+[[nodiscard]] std::string host_port(const boost::asio::ip::tcp::endpoint& endpoint);
+
 /// The first address that the text stands for; what is wrong goes to `fault`.
 [[nodiscard]] boost::asio::ip::tcp::endpoint resolve(std::string_view text, std::string& fault);
 
+/// The same for an address that only this machine can reach; another one is a fault.
+[[nodiscard]] boost::asio::ip::tcp::endpoint resolve_loopback(std::string_view text,
+                                                              std::string& fault);
+
 /// Listens there; what is wrong, or an empty text.
 template <class Acceptor>
-[[nodiscard]] std::string listen_on(Acceptor& acceptor, const std::string& text) {
-    std::string fault;
-    const boost::asio::ip::tcp::endpoint endpoint = resolve(text, fault);
-    if (!fault.empty()) {
-        return fault;
-    }
+[[nodiscard]] std::string listen_on(Acceptor& acceptor,
+                                    const boost::asio::ip::tcp::endpoint& endpoint) {
     boost::system::error_code ec;
     acceptor.open(endpoint.protocol(), ec);
     if (!ec) {
@@ -47,7 +50,7 @@ template <class Acceptor>
     if (!ec) {
         acceptor.listen(boost::asio::socket_base::max_listen_connections, ec);
     }
-    return ec ? "can not listen on " + text + ": " + ec.message() : "";
+    return ec ? "can not listen on " + host_port(endpoint) + ": " + ec.message() : "";
 }
 
 }  // namespace relay

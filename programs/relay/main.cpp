@@ -3,6 +3,7 @@
 #include "Log.h"
 #include "Options.h"
 #include "Server.h"
+#include "address.h"
 
 #include <csignal>
 #include <cstdio>
@@ -33,17 +34,25 @@ int fail(const std::string& fault) {
     return EXIT_USAGE;
 }
 
-int check(const relay::Options& options) {
-    relay::TlsContext tls;
-    if (options.cert.empty()) {
-        std::puts("The settings are good.");
-        return EXIT_SUCCESS;
+/// What would end the relay at its start, as far as can be told without starting it.
+std::string start_fault(const relay::Options& options) {
+    std::string fault;
+    static_cast<void>(relay::resolve(options.listen, fault));
+    if (fault.empty() && !options.status.empty()) {
+        static_cast<void>(relay::resolve_loopback(options.status, fault));
     }
-    const std::string fault = tls.load(options.certificate_files());
     if (!fault.empty()) {
+        return fault;
+    }
+    return relay::TlsContext::check(options.certificate_files());
+}
+
+int check(const relay::Options& options) {
+    if (const std::string fault = start_fault(options); !fault.empty()) {
         return fail(fault);
     }
-    std::puts("The settings are good, and so is the certificate.");
+    std::puts(options.cert.empty() ? "The settings are good."
+                                   : "The settings are good, and so is the certificate.");
     return EXIT_SUCCESS;
 }
 

@@ -70,6 +70,17 @@ TEST_F(Certificate, a_key_of_another_certificate_is_told) {
     EXPECT_EQ(fault.rfind("can not use the key " + other.key, 0), 0U);
 }
 
+TEST_F(Certificate, a_check_makes_nothing) {
+    EXPECT_EQ(relay::TlsContext::check(own), "");
+    EXPECT_FALSE(fs::exists(folder));
+}
+
+TEST_F(Certificate, a_check_finds_a_folder_that_can_not_be_made) {
+    fs::create_directory(folder);
+    std::ofstream(folder / "state") << "no folder";
+    EXPECT_EQ(relay::TlsContext::check(own), "can not write into " + (folder / "state").string());
+}
+
 TEST_F(Certificate, a_folder_that_can_not_be_written_is_told) {
     const std::string fault = relay::make_self_signed({"/proc/x/c.pem", "/proc/x/k.pem", true});
     EXPECT_EQ(fault.rfind("can not write /proc/x/k.pem: ", 0), 0U);

@@ -44,6 +44,14 @@ TEST(Address, host_and_port_are_split) {
     }
 }
 
+TEST(Address, a_loopback_address_is_one_that_only_this_machine_reaches) {
+    std::string fault;
+    EXPECT_EQ(relay::host_port(relay::resolve_loopback("[::1]:9188", fault)), "[::1]:9188");
+    EXPECT_EQ(fault, "");
+    static_cast<void>(relay::resolve_loopback("0.0.0.0:9188", fault));
+    EXPECT_EQ(fault, "0.0.0.0:9188 is no loopback address; the status is not for others");
+}
+
 TEST(Address, what_is_no_host_and_port_is_refused) {
     for (const char* text : {"", ":", ":1", "host", "host:", "host:x", "host:65536", "host:-1",
                              "host: 1", "::1:443", "[]:1", "[::1]"}) {

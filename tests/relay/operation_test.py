@@ -41,6 +41,14 @@ class CommandLine(unittest.TestCase):
         self.assertEqual(status, 2)
         self.assertIn("can not use the certificate /nonexistent", text)
 
+    def test_check_config_finds_what_would_end_the_start(self):
+        for option, value, fault in (
+                ("--status", "0.0.0.0:1", "0.0.0.0:1 is no loopback address"),
+                ("--listen", "nowhere.invalid:1", "can not find nowhere.invalid"),
+                ("--state-dir", "/dev/null/state", "can not write into /dev/null/state")):
+            status, text = run("--check-config", option, value)
+            self.assertEqual((status, fault in text), (2, True), text)
+
     def test_print_config_shows_what_counts(self):
         with tempfile.NamedTemporaryFile("w", suffix=".conf") as config:
             config.write("chat-length = 1\nchat-burst = 1\nframe-size = 2048\n")
