@@ -15,7 +15,16 @@ void Addresses::connect(const std::string& address, TimePoint now) {
     if (entries_.size() >= sweepAt_) {
         sweep(now);
     }
-    ++entry(address, now).connections;
+    Entry& entered = entry(address, now);
+    ++entered.connections;
+    ++entered.halfOpen;
+}
+
+void Addresses::finish_handshake(const std::string& address) noexcept {
+    const auto found = entries_.find(address);
+    if (found != entries_.end()) {
+        found->second.halfOpen -= std::min<std::size_t>(found->second.halfOpen, 1);
+    }
 }
 
 void Addresses::disconnect(const std::string& address, TimePoint now) {
@@ -35,6 +44,11 @@ bool Addresses::is_over_limit(const std::string& address) const noexcept {
     return found != entries_.end() && found->second.connections > limits_.connectionsPerAddress;
 }
 
+bool Addresses::may_begin_handshake(const std::string& address) const noexcept {
+    const auto found = entries_.find(address);
+    return found == entries_.end() || found->second.halfOpen < limits_.halfOpenPerAddress;
+}
+
 void Addresses::fail_login(const std::string& address, TimePoint now) {
     static_cast<void>(entry(address, now).failures.take(1, now));
 }
@@ -46,7 +60,8 @@ bool Addresses::may_log_in(const std::string& address, TimePoint now) const noex
 
 Addresses::Entry& Addresses::entry(const std::string& address, TimePoint now) {
     const auto perMinute = static_cast<double>(limits_.failedLogins);
-    return entries_.try_emplace(address, Entry{0, {perMinute, perMinute / SECONDS_PER_MINUTE, now}})
+    return entries_
+        .try_emplace(address, Entry{0, 0, {perMinute, perMinute / SECONDS_PER_MINUTE, now}})
         .first->second;
 }
 

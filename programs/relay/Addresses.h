@@ -1,4 +1,5 @@
-// What each client address takes: its connections and its failed logins. Holds no socket.
+// What each client address takes: its connections, its handshakes and its failed logins. Holds no
+// socket.
 #pragma once
 
 #include "Limits.h"
@@ -14,9 +15,13 @@ class Addresses {
 public:
     explicit Addresses(const Limits& limits) noexcept : limits_(limits) {}
 
+    /// A connection that stands in its handshake.
     void connect(const std::string& address, TimePoint now);
+    void finish_handshake(const std::string& address) noexcept;
     void disconnect(const std::string& address, TimePoint now);
     [[nodiscard]] bool is_over_limit(const std::string& address) const noexcept;
+    /// False while the address has as many handshakes as it may.
+    [[nodiscard]] bool may_begin_handshake(const std::string& address) const noexcept;
 
     void fail_login(const std::string& address, TimePoint now);
     /// False while the address has failed too often.
@@ -27,6 +32,7 @@ public:
 private:
     struct Entry {
         std::size_t connections = 0;
+        std::size_t halfOpen = 0;  ///< of the connections
         TokenBucket failures;
     };
 

@@ -56,7 +56,7 @@ Connection::Connection(TlsStream::Socket socket, SSL_CTX* context, Shared& share
                        std::string address)
     : shared_(shared),
       session_(*this, std::move(address), shared.limits, Clock::now()),
-      socket_(std::move(socket), context) {
+      socket_(std::move(socket), context, shared.metrics.queuedBytes) {
     socket_.read_message_max(0);  // on_read() counts, so that the client can be told
     socket_.set_option(websocket::stream_base::timeout{websocket::stream_base::none(),
                                                        websocket::stream_base::none(), false});
@@ -64,12 +64,13 @@ Connection::Connection(TlsStream::Socket socket, SSL_CTX* context, Shared& share
 
 void Connection::read() {
     const std::size_t room = shared_.limits.frameSize + 1 - buffer_.size();
-    socket_.async_read_some(buffer_, room, [self = shared_from_this()](error_code ec, std::size_t) {
-        self->on_read(ec);
-    });
+    socket_.async_read_some(buffer_, room,
+                            [self = shared_from_this()](error_code ec, std::size_t count) {
+                                self->on_read(ec, count);
+                            });
 }
 
-void Connection::on_read(error_code ec) {
+void Connection::on_read(error_code ec, std::size_t count) {
     if (ec) {
         on_lost(ec);
         return;
@@ -77,19 +78,28 @@ void Connection::on_read(error_code ec) {
     if (phase_ != Phase::OPEN) {
         return;
     }
-    if (buffer_.size() > shared_.limits.frameSize) {
-        shared_.hub.refuse(session_, Reason::FRAME_SIZE);
-    } else if (socket_.is_message_done()) {
+    if (socket_.is_message_done() && buffer_.size() <= shared_.limits.frameSize) {
         on_message();
+    } else {
+        on_part(count);
     }
     if (phase_ == Phase::OPEN) {
         read();
     }
 }
 
+// A message that comes in two reads is nothing special; more pieces are its sender's making.
+void Connection::on_part(std::size_t count) {
+    if (buffer_.size() > shared_.limits.frameSize) {
+        shared_.hub.on_bad_frame(session_, Reason::FRAME_SIZE, Clock::now());
+    } else if (buffer_.size() > count) {
+        shared_.hub.on_part(session_, Clock::now());
+    }
+}
+
 void Connection::on_message() {
     if (!socket_.got_text()) {
-        shared_.hub.refuse(session_, Reason::NOT_TEXT);
+        shared_.hub.on_bad_frame(session_, Reason::NOT_TEXT, Clock::now());
         return;
     }
     const auto bytes = buffer_.cdata();
@@ -124,9 +134,10 @@ void Connection::on_turn_end() {
 }
 
 // The header is written here and not by Beast: a frame from a server is no more than these bytes in
-// front of the text, and written this way all frames of one turn share one record.
+// front of the text, and written this way all frames of one turn share one record. Once Beast has
+// written a close frame of its own, none may follow.
 void Connection::send(std::string_view frame) {
-    if (phase_ == Phase::OPEN) {
+    if (phase_ == Phase::OPEN && socket_.is_open()) {
         shared_.metrics.bytesSent += frame.size();
         tls().collect(text_header(frame.size()));
         tls().collect(frame);
@@ -153,6 +164,7 @@ void Connection::close(CloseCode code, std::string_view reason) {
 }
 
 void Connection::stop(CloseCode code, std::string_view reason) {
+    whyLeft_ = "shutdown";
     if (phase_ == Phase::OPEN) {
         close(code, reason);
     } else if (phase_ == Phase::HANDSHAKE) {
@@ -172,6 +184,7 @@ void Connection::on_lost(error_code ec) {
         return;
     }
     if (!is_violation(ec)) {
+        whyLeft_ = ec == error_code(websocket::error::closed) ? "closed" : "lost";
         end();
         return;
     }
@@ -180,7 +193,7 @@ void Connection::on_lost(error_code ec) {
                                   {"detail", ec.message()},
                                   {"name", session_.name},
                                   {"address", session_.address}});
-    shared_.hub.leave(session_);
+    shared_.hub.leave(session_, info(Reason::PROTOCOL).word);
     linger();
     buffer_.clear();
     discard_input();
@@ -224,18 +237,17 @@ void Connection::on_deadline(TimePoint now) {
         return;
     }
     if (phase_ == Phase::HANDSHAKE) {
-        shared_.metrics.refuse(Reason::HANDSHAKE_TIMEOUT);
-        shared_.log.event("refused", {{"reason", info(Reason::HANDSHAKE_TIMEOUT).word},
-                                      {"address", session_.address}});
+        on_handshake_deadline();
+    } else {
+        end();
     }
-    end();
 }
 
 void Connection::end() {
     if (phase_ == Phase::GONE) {
         return;
     }
-    shared_.hub.leave(session_);
+    shared_.hub.leave(session_, whyLeft_);
     shared_.deadlines.clear(*this);
     tls().finish();
     tls().close();

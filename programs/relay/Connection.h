@@ -29,6 +29,8 @@ struct Shared {
     Metrics& metrics;
     const Log& log;
     std::function<void(class Connection&)> onHandshakeOver;
+    /// A handshake has failed before there were words to tell anything with.
+    std::function<void(Reason, const std::string& address)> onDrop;
     std::function<void(class Connection&)> onGone;  ///< its last call: let go of it
 };
 
@@ -65,16 +67,20 @@ private:
         boost::beast::flat_buffer buffer;
         boost::beast::http::request_parser<boost::beast::http::empty_body> parser;
         Response response;
+        bool flagRead = false;  ///< the request is here, well or ill
     };
 
     void read_request();
     void on_request(error_code ec);
     void accept();
     void on_open(error_code ec);
-    void answer(boost::beast::http::status status, std::string_view text);
+    void fail_handshake();
+    void on_handshake_deadline();
+    void answer(Reason reason, boost::beast::http::status status, std::string_view text);
 
     void read();
-    void on_read(error_code ec);
+    void on_read(error_code ec, std::size_t count);
+    void on_part(std::size_t count);
     void on_message();
     void on_control();
     void on_lost(error_code ec);
@@ -95,6 +101,7 @@ private:
     boost::beast::flat_buffer buffer_;
     std::unique_ptr<Upgrade> upgrade_;
     std::optional<Reason> refusal_;
+    std::string_view whyLeft_ = "lost";  ///< for the log, unless the hub knows a reason
     Phase phase_ = Phase::HANDSHAKE;
 };
 

@@ -36,11 +36,30 @@ void Connection::start() {
     shared_.deadlines.set(*this, Clock::now() + shared_.limits.handshake);
     tls().async_handshake([self = shared_from_this()](error_code ec) {
         if (ec) {
-            self->end();
+            self->fail_handshake();
         } else {
             self->read_request();
         }
     });
+}
+
+void Connection::fail_handshake() {
+    if (phase_ == Phase::HANDSHAKE) {
+        shared_.onDrop(Reason::HANDSHAKE_FAILED, session_.address);
+        end();
+    }
+}
+
+// Between TLS and the request there are words.
+void Connection::on_handshake_deadline() {
+    constexpr Reason REASON = Reason::HANDSHAKE_TIMEOUT;
+    if (upgrade_ && !upgrade_->flagRead) {
+        answer(REASON, http::status::request_timeout, "The handshake took too long.\n");
+        return;
+    }
+    shared_.metrics.refuse(REASON);
+    shared_.log.event("refused", {{"reason", info(REASON).word}, {"address", session_.address}});
+    end();
 }
 
 void Connection::read_request() {
@@ -52,22 +71,28 @@ void Connection::read_request() {
 }
 
 void Connection::on_request(error_code ec) {
+    if (phase_ == Phase::CLOSING) {  // it came too late and has its answer
+        ec ? end() : discard_input();
+    }
     if (phase_ != Phase::HANDSHAKE) {
         return;
     }
     if (ec && ec.category() != http::make_error_code(http::error::bad_method).category()) {
-        end();
+        fail_handshake();
         return;
     }
+    constexpr Reason REASON = Reason::BAD_REQUEST;
+    upgrade_->flagRead = true;
     const auto& request = upgrade_->parser.get();
     if (ec) {
-        answer(http::status::bad_request, "This is no HTTP request.\n");
+        answer(REASON, http::status::bad_request, "This is no HTTP request.\n");
     } else if (!is_our_target({request.target().data(), request.target().size()})) {
-        answer(http::status::not_found, "Nothing is served here but /ws/chat?sessid=play.\n");
+        answer(REASON, http::status::not_found,
+               "Nothing is served here but /ws/chat?sessid=play.\n");
     } else if (!websocket::is_upgrade(request)) {
-        answer(http::status::upgrade_required, "A WebSocket is expected here.\n");
+        answer(REASON, http::status::upgrade_required, "A WebSocket is expected here.\n");
     } else if (upgrade_->buffer.size() > 0) {
-        answer(http::status::bad_request, "Wait for the answer to the upgrade.\n");
+        answer(REASON, http::status::bad_request, "Wait for the answer to the upgrade.\n");
     } else {
         accept();
     }
@@ -80,6 +105,12 @@ void Connection::accept() {
 
 void Connection::on_open(error_code ec) {
     upgrade_.reset();
+    if (phase_ == Phase::HANDSHAKE && ec) {  // Beast has answered it
+        shared_.metrics.refuse(Reason::BAD_REQUEST);
+        shared_.log.event("refused", {{"reason", info(Reason::BAD_REQUEST).word},
+                                      {"detail", ec.message()},
+                                      {"address", session_.address}});
+    }
     if (ec || phase_ != Phase::HANDSHAKE) {
         end();
         return;
@@ -95,9 +126,9 @@ void Connection::on_open(error_code ec) {
     read();
 }
 
-void Connection::answer(http::status status, std::string_view text) {
-    shared_.metrics.refuse(Reason::BAD_REQUEST);
-    shared_.log.event("refused", {{"reason", info(Reason::BAD_REQUEST).word},
+void Connection::answer(Reason reason, http::status status, std::string_view text) {
+    shared_.metrics.refuse(reason);
+    shared_.log.event("refused", {{"reason", info(reason).word},
                                   {"status", static_cast<std::uint64_t>(status)},
                                   {"address", session_.address}});
     Response& response = upgrade_->response;
@@ -112,10 +143,14 @@ void Connection::answer(http::status status, std::string_view text) {
     response.prepare_payload();
     shared_.onHandshakeOver(*this);
     linger();
-    http::async_write(tls(), response, [self = shared_from_this()](error_code, std::size_t) {
-        self->tls().finish();
-        self->discard_input();
-    });
+    http::async_write(
+        tls(), response,
+        [self = shared_from_this(), flagRead = upgrade_->flagRead](error_code, std::size_t) {
+            self->tls().finish();
+            if (flagRead) {  // else the request is still being read
+                self->discard_input();
+            }
+        });
 }
 
 }  // namespace relay

@@ -62,6 +62,23 @@ void Hub::on_frame(Session& session, std::string_view frame, TimePoint now) {
     }
 }
 
+void Hub::on_bad_frame(Session& session, Reason reason, TimePoint now) {
+    if (session.flagClosed) {
+        return;
+    }
+    if (session.is_member()) {
+        refuse(session, reason);
+    } else {
+        log_in(session, nullptr, now);
+    }
+}
+
+void Hub::on_part(Session& session, TimePoint now) {
+    if (!session.flagClosed && !session.frames.take(1, now)) {
+        refuse(session, Reason::FRAME_RATE);
+    }
+}
+
 void Hub::on_control(Session& session, TimePoint now) {
     if (session.flagClosed) {
         return;
@@ -69,7 +86,7 @@ void Hub::on_control(Session& session, TimePoint now) {
     session.tmHeard = now;
     if (!session.frames.take(1, now)) {
         refuse(session, Reason::FRAME_RATE);
-    } else if (session.peer.queued() > limits_.queuedOutput) {
+    } else if (!has_room(session, 0)) {
         refuse(session, Reason::OUTPUT_FULL);
     }
 }
@@ -114,7 +131,7 @@ void Hub::forward(Session& session, std::string_view frame) {
         ++metrics_.framesDropped;
         return;
     }
-    if (friendSession->peer.queued() + frame.size() > limits_.queuedOutput) {
+    if (!has_room(*friendSession, frame.size())) {
         ++metrics_.framesDropped;
         refuse(*friendSession, Reason::OUTPUT_FULL);
         return;
@@ -123,7 +140,19 @@ void Hub::forward(Session& session, std::string_view frame) {
     friendSession->peer.send(frame);
 }
 
+// When much waits in all, those go for whom more waits than for others.
+bool Hub::has_room(const Session& session, std::size_t bytes) const noexcept {
+    const std::size_t waiting = session.peer.queued() + bytes;
+    return waiting <= limits_.queuedOutput &&
+           (metrics_.queuedBytes + bytes <= limits_.queuedTotal ||
+            waiting <= limits_.queuedTotal / limits_.connections);
+}
+
 void Hub::tell(Session& session, std::string_view frame) {
+    if (!has_room(session, frame.size())) {
+        refuse(session, Reason::OUTPUT_FULL);
+        return;
+    }
     session.peer.send(frame);
     session.peer.flush();
 }
@@ -196,10 +225,10 @@ void Hub::refuse(Session& session, Reason reason) {
     session.peer.send(error_message(session.name, why));
     session.peer.send(chat_message("text", RELAY_NAME, session.name, why.text));
     session.peer.close(why.close, why.text);
-    leave(session);
+    leave(session, why.word);
 }
 
-void Hub::leave(Session& session) {
+void Hub::leave(Session& session, std::string_view reason) {
     session.flagClosed = true;
     Group* group = session.group;
     if (group == nullptr) {
@@ -208,7 +237,7 @@ void Hub::leave(Session& session) {
     session.group = nullptr;
     --metrics_.members;
     group->remove(session);
-    log_.event("left", {{"name", session.name}, {"address", session.address}});
+    log_.event("left", {{"reason", reason}, {"name", session.name}, {"address", session.address}});
     if (group->is_empty()) {
         groups_.erase(group->name);
         metrics_.groups = groups_.size();

@@ -45,6 +45,10 @@ public:
 
     /// One whole text frame.
     void on_frame(Session& session, std::string_view frame, TimePoint now);
+    /// A frame that is not looked at; before the login it is none.
+    void on_bad_frame(Session& session, Reason reason, TimePoint now);
+    /// A piece of a frame that is not whole yet: it costs as much as a frame.
+    void on_part(Session& session, TimePoint now);
     /// A ping or pong of the WebSocket itself.
     void on_control(Session& session, TimePoint now);
     /// Bytes off the wire, before anything is known of them.
@@ -60,8 +64,8 @@ public:
 
     /// Tells the client why it has to go, as "ERROR", as a line of its chat and in the close frame.
     void refuse(Session& session, Reason reason);
-    /// Takes the client out of its group and tells its friend.
-    void leave(Session& session);
+    /// Takes the client out of its group and tells its friend. The reason is for the log.
+    void leave(Session& session, std::string_view reason);
 
     [[nodiscard]] std::size_t count_groups() const noexcept { return groups_.size(); }
 
@@ -76,7 +80,9 @@ private:
     void route(Session& session, const Envelope& message, std::string_view frame, TimePoint now);
     void take(Session& session, const Envelope& message, TimePoint now);
     void forward(Session& session, std::string_view frame);
-    static void tell(Session& session, std::string_view frame);
+    [[nodiscard]] bool has_room(const Session& session, std::size_t bytes) const noexcept;
+    /// May let go of the session if it does not read.
+    void tell(Session& session, std::string_view frame);
     [[nodiscard]] bool may_chat(Session& session, const Envelope& message, TimePoint now);
     void tell_chat_dropped(Session& session, std::string_view text);
     void ping(Session& session, TimePoint now);

@@ -82,12 +82,14 @@ void Hub::enter(Session& session, Group& group) {
     session.group = &group;
     ++metrics_.members;
     log_.event("login", {{"name", session.name}, {"address", session.address}});
-    Session* friendSession = group.other(session);
     tell(session, chat_message("welcome", RELAY_NAME, session.name,
-                               friendSession ? "Welcome, your friend is here."
-                                             : "Welcome, your friend is not here yet.",
+                               group.is_full() ? "Welcome, your friend is here."
+                                               : "Welcome, your friend is not here yet.",
                                group.list()));
-    if (friendSession) {
+    if (!session.is_member()) {
+        return;  // it did not read, and with it the group may be gone
+    }
+    if (Session* friendSession = group.other(session)) {
         tell(*friendSession,
              chat_message("join", session.name, friendSession->name, "has joined."));
     }

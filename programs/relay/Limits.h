@@ -14,14 +14,16 @@ struct Limits {
     std::size_t connections = 10000;  ///< in all; the descriptors of the process bound it too
     std::size_t connectionsPerAddress = 64;  ///< an IPv6 /64 network counts as one address
     std::size_t halfOpen = 256;              ///< accepted, but not yet through TLS and upgrade
+    std::size_t halfOpenPerAddress = 64;     ///< so that no address alone can take them all
     std::size_t framesPerSecond = 2500;      ///< per connection, control frames included
     std::size_t bytesPerSecond = 1 << 20;    ///< per connection, as they come off the wire
     std::size_t burstSeconds = 4;        ///< a stalled line may deliver this much of either at once
     std::size_t frameSize = 16 << 10;    ///< bytes of one message
     std::size_t queuedOutput = 1 << 20;  ///< bytes not yet taken by the kernel, per connection
-    std::size_t failedLogins = 10;       ///< per address and minute
-    std::size_t chatLength = 500;        ///< characters of one chat text
-    std::size_t chatBurst = 5;           ///< chat texts at once; then one a second
+    std::size_t queuedTotal = 256 << 20;  ///< above this in all, each connection has its share only
+    std::size_t failedLogins = 10;        ///< per address and minute
+    std::size_t chatLength = 500;         ///< characters of one chat text
+    std::size_t chatBurst = 5;            ///< chat texts at once; then one a second
 
     std::chrono::seconds handshake{10};  ///< from the accept to the end of the upgrade
     std::chrono::seconds login{10};      ///< from the upgrade to the login

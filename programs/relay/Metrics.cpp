@@ -44,7 +44,8 @@ void add_round_trips(std::ostream& out, const Metrics& metrics) {
         }
         out << "\"} " << count << '\n';
     }
-    out << PREFIX << NAME << "_sum " << metrics.roundTripSum << '\n'
+    // A stream rounds to six digits: after a day the sum would grow by leaps.
+    out << PREFIX << NAME << "_sum " << std::to_string(metrics.roundTripSum) << '\n'
         << PREFIX << NAME << "_count " << count << '\n';
 }
 
@@ -62,6 +63,7 @@ std::string Metrics::to_prometheus() const {
     value(out, "connections", "gauge", "Connections now.", connections);
     value(out, "members", "gauge", "Clients that are logged in now.", members);
     value(out, "groups", "gauge", "Groups now.", groups);
+    value(out, "queued_bytes", "gauge", "Bytes that wait for clients now.", queuedBytes);
     value(out, "accepted_total", "counter", "Connections accepted.", accepted);
     value(out, "frames_received_total", "counter", "Messages received.", framesReceived);
     value(out, "frames_forwarded_total", "counter", "Messages forwarded.", framesForwarded);

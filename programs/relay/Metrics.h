@@ -19,6 +19,7 @@ struct Metrics {
     std::uint64_t connections = 0;  ///< now
     std::uint64_t members = 0;      ///< now, logged in
     std::uint64_t groups = 0;       ///< now
+    std::uint64_t queuedBytes = 0;  ///< now, of all clients
     std::uint64_t accepted = 0;
     std::uint64_t framesReceived = 0;
     std::uint64_t framesForwarded = 0;

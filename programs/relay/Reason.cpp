@@ -37,6 +37,7 @@ constexpr std::array<ReasonInfo, static_cast<std::size_t>(Reason::COUNT)> TABLE 
     {"handshake_timeout", 23, POLICY, "The handshake took too long."},
     {"bad_request", 24, POLICY, "Nothing is served here but /ws/chat?sessid=play."},
     {"protocol", 25, POLICY, "The WebSocket protocol was violated."},
+    {"handshake_failed", 26, POLICY, "The handshake broke off."},
 }};
 
 }  // namespace

@@ -44,6 +44,7 @@ enum class Reason {
     HANDSHAKE_TIMEOUT,
     BAD_REQUEST,
     PROTOCOL,
+    HANDSHAKE_FAILED,
     COUNT
 };
 

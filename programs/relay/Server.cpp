@@ -45,7 +45,8 @@ Server::Server(const Options& options, const Log& log)
               deadlines_,
               metrics_,
               log,
-              [this](Connection&) { on_handshake_over(); },
+              [this](Connection& connection) { on_handshake_over(connection); },
+              [this](Reason reason, const std::string& address) { drop(reason, address); },
               [this](Connection& connection) {
                   on_gone(connection);
               }},
@@ -132,7 +133,7 @@ void Server::admit(TlsStream::Socket socket, const Endpoint& from) {
     const Limits& limits = options_.limits;
     const std::string address = address_key(from.address());
     ++metrics_.accepted;
-    if (halfOpen_ >= limits.halfOpen) {
+    if (halfOpen_ >= limits.halfOpen || !addresses_.may_begin_handshake(address)) {
         drop(Reason::HALF_OPEN, address);
         return;
     }
@@ -155,8 +156,8 @@ void Server::admit(TlsStream::Socket socket, const Endpoint& from) {
     connection->start();
 }
 
-// Before the handshake there are no words to tell it with. A flood of these leaves one line a
-// second.
+// Before the end of the TLS handshake there are no words to tell it with. A flood of these leaves
+// one line a second.
 void Server::drop(Reason reason, const std::string& address) {
     metrics_.refuse(reason);
     ++dropsUnlogged_;
@@ -169,9 +170,14 @@ void Server::drop(Reason reason, const std::string& address) {
     }
 }
 
+void Server::on_handshake_over(const Connection& connection) noexcept {
+    --halfOpen_;
+    addresses_.finish_handshake(connection.address());
+}
+
 void Server::on_gone(Connection& connection) {
     if (connection.is_half_open()) {
-        on_handshake_over();
+        on_handshake_over(connection);
     }
     addresses_.disconnect(connection.address(), Clock::now());
     connections_.erase(&connection);

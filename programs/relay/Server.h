@@ -43,7 +43,7 @@ private:
     void admit(TlsStream::Socket socket, const Endpoint& from);
     void drop(Reason reason, const std::string& address);
     void pause_accepting(const error_code& ec);
-    void on_handshake_over() noexcept { --halfOpen_; }
+    void on_handshake_over(const Connection& connection) noexcept;
     void on_gone(Connection& connection);
 
     void wait_for_signal();

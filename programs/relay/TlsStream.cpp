@@ -17,8 +17,8 @@ constexpr std::size_t KEPT_OUTPUT = 512;
 
 }  // namespace
 
-TlsStream::TlsStream(Socket socket, SSL_CTX* context)
-    : socket_(std::move(socket)), ssl_(SSL_new(context)) {
+TlsStream::TlsStream(Socket socket, SSL_CTX* context, std::uint64_t& queuedTotal)
+    : socket_(std::move(socket)), ssl_(SSL_new(context)), queuedTotal_(queuedTotal) {
     error_code ignored;
     socket_.non_blocking(true, ignored);
     SSL_set_fd(ssl_, socket_.native_handle());
@@ -26,6 +26,7 @@ TlsStream::TlsStream(Socket socket, SSL_CTX* context)
 }
 
 TlsStream::~TlsStream() {
+    break_off();
     SSL_free(ssl_);
 }
 
@@ -35,6 +36,10 @@ void TlsStream::watch(Watcher& watcher, std::weak_ptr<void> owner) {
 }
 
 TlsStream::Step TlsStream::handshake(error_code& ec) {
+    if (inputLeft_ == 0) {
+        ec = net::error::operation_aborted;
+        return Step::DONE;
+    }
     const Step step = step_of(SSL_do_handshake(ssl_), ec);
     report_input();
     return step;
@@ -73,7 +78,7 @@ TlsStream::Step TlsStream::step_of(int result, error_code& ec) noexcept {
         default:
             ec = error_code(static_cast<int>(ERR_get_error()), net::error::get_ssl_category());
     }
-    flagBroken_ = true;
+    break_off();
     ERR_clear_error();
     return Step::DONE;
 }
@@ -97,16 +102,26 @@ void TlsStream::report_input() {
 void TlsStream::collect(std::string_view bytes) {
     if (!flagBroken_ && !flagFinishing_) {
         output_.append(bytes);
+        queuedTotal_ += bytes.size();
+        // A sender whose input does not run dry for a while must not fill its friend's queue.
+        if (queued() >= RECORD) {
+            write_records(RECORD);
+        }
     }
 }
 
 void TlsStream::flush() {
-    while (!flagWaitsForRoom_ && queued() > 0 && write_record()) {
-    }
-    drop_written();
+    write_records(1);
     if (flagFinishing_ && output_.empty()) {
         say_goodbye();
     }
+}
+
+/// Writes while at least so much is queued.
+void TlsStream::write_records(std::size_t least) {
+    while (!flagWaitsForRoom_ && queued() >= least && write_record()) {
+    }
+    drop_written();
 }
 
 /// False when the kernel takes no more for now, or never again.
@@ -117,14 +132,13 @@ bool TlsStream::write_record() {
         SSL_write_ex(ssl_, output_.data() + written_, std::min(queued(), RECORD), &count);
     const Step step = step_of(result, ec);
     written_ += count;
+    queuedTotal_ -= count;
     if (step != Step::DONE) {
         wait_for_room(step);
         return false;
     }
     if (ec) {
         // The reader learns of it as of the end of its input.
-        output_.clear();
-        written_ = 0;
         socket_.shutdown(Socket::shutdown_both, ec);
         return false;
     }
@@ -167,12 +181,24 @@ void TlsStream::say_goodbye() noexcept {
         SSL_shutdown(ssl_);
         ERR_clear_error();
     }
-    flagBroken_ = true;
+    break_off();
     error_code ignored;
     socket_.shutdown(Socket::shutdown_send, ignored);
 }
 
+/// OpenSSL writes no more.
+void TlsStream::break_off() noexcept {
+    flagBroken_ = true;
+    queuedTotal_ -= queued();
+    output_.clear();
+    written_ = 0;
+}
+
+// OpenSSL still knows the number of the descriptor, which may be another client's a moment later:
+// an operation that is already on its way must not use it.
 void TlsStream::close() noexcept {
+    break_off();
+    inputLeft_ = 0;
     error_code ignored;
     socket_.close(ignored);
 }

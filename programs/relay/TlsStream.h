@@ -1,7 +1,7 @@
 // TLS on a socket's descriptor, as the stream that the WebSocket runs over. OpenSSL reads and
 // writes the descriptor itself and gives its buffers back while the connection is idle. Output is
-// collected and leaves with flush(), in as few records as can be; a write is done when it is
-// collected.
+// collected and leaves with flush() or when a record is full, in as few records as can be; a write
+// is done when it is collected.
 #pragma once
 
 #include <cstddef>
@@ -37,7 +37,8 @@ public:
         virtual void on_turn_end() = 0;
     };
 
-    TlsStream(Socket socket, SSL_CTX* context);
+    /// `queuedTotal` counts what is queued in all streams, and outlives them.
+    TlsStream(Socket socket, SSL_CTX* context, std::uint64_t& queuedTotal);
     ~TlsStream();
     TlsStream(const TlsStream&) = delete;
     TlsStream& operator=(const TlsStream&) = delete;
@@ -79,13 +80,16 @@ private:
     void wait(Step step, Handler&& handler);
     void end_turn();
     void report_input();
+    void write_records(std::size_t least);
     bool write_record();
     void wait_for_room(Step step);
     void drop_written();
+    void break_off() noexcept;
     void say_goodbye() noexcept;
 
     Socket socket_;
     SSL* ssl_;
+    std::uint64_t& queuedTotal_;
     Watcher* watcher_ = nullptr;
     std::weak_ptr<void> owner_;
     std::string output_;

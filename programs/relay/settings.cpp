@@ -13,7 +13,7 @@ constexpr std::uint64_t GIGABYTE = 1 << 30;
 constexpr std::uint64_t HOUR = 3600;
 constexpr std::uint64_t DAY = 24 * HOUR;
 
-const std::array<Setting, 20> TABLE = {{
+const std::array<Setting, 22> TABLE = {{
     {"listen", &Options::listen, "HOST:PORT to serve players on; port 0 takes a free one"},
     {"cert", &Options::cert, "certificate chain in PEM; empty for one that signs itself"},
     {"key", &Options::key, "private key of the certificate, in PEM"},
@@ -23,6 +23,8 @@ const std::array<Setting, 20> TABLE = {{
     {"max-connections-per-address", &Limits::connectionsPerAddress, "connections from one address",
      1, MILLION},
     {"max-half-open", &Limits::halfOpen, "handshakes at the same time", 1, MILLION},
+    {"max-half-open-per-address", &Limits::halfOpenPerAddress,
+     "handshakes at the same time from one address", 1, MILLION},
     {"frames-per-second", &Limits::framesPerSecond, "messages a second from one client", 1,
      MILLION},
     {"bytes-per-second", &Limits::bytesPerSecond, "bytes a second from one client", 1024, GIGABYTE},
@@ -30,6 +32,8 @@ const std::array<Setting, 20> TABLE = {{
      HOUR},
     {"frame-size", &Limits::frameSize, "bytes of one message", 1024, GIGABYTE},
     {"queued-output", &Limits::queuedOutput, "bytes that may wait for one client", 1024, GIGABYTE},
+    {"queued-total", &Limits::queuedTotal, "bytes waiting in all before each has but its share",
+     1024, 64 * GIGABYTE},
     {"failed-logins", &Limits::failedLogins, "failed logins a minute from one address", 1, MILLION},
     {"chat-length", &Limits::chatLength, "characters of one chat text", 1, MILLION},
     {"chat-burst", &Limits::chatBurst, "chat texts at once; then one a second", 1, MILLION},

@@ -9,6 +9,7 @@
 #include "relay/messages.h"
 #include "support/check.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <memory>
@@ -21,7 +22,7 @@ namespace {
 constexpr std::array NAMES = {"g:a", "g:b", "g:c", "h:a", "g:a:x", "g", ":", "g:a,b"};
 constexpr std::array PASSWORDS = {"", "right", "wrong"};
 constexpr std::array ADDRESSEES = {"#", "*", "+", ""};
-constexpr std::size_t MANY = 1 << 22;
+constexpr std::size_t LAST_WORDS = 1024;  ///< of a refusal: "ERROR" and the line of the chat
 
 relay::Limits small_limits() {
     relay::Limits limits;
@@ -49,7 +50,7 @@ class Client final : public relay::Peer {
 public:
     Client(World& world, int number)
         : session(*this, std::to_string(number), world.limits, world.now), world_(world) {}
-    ~Client() override { world_.hub.leave(session); }
+    ~Client() override { world_.hub.leave(session, "gone"); }
 
     void send(std::string_view frame) override {
         FUZZ_CHECK(closes == 0);
@@ -98,7 +99,7 @@ void act(World& world, Client& client, FuzzedDataProvider& input) {
     const auto send = [&world, &client](const std::string& frame) {
         world.hub.on_frame(client.session, frame, world.now);
     };
-    switch (input.ConsumeIntegralInRange(0, 8)) {
+    switch (input.ConsumeIntegralInRange(0, 10)) {
         case 0:
         case 1:
             send(login(input));
@@ -123,6 +124,12 @@ void act(World& world, Client& client, FuzzedDataProvider& input) {
             world.now += std::chrono::milliseconds(input.ConsumeIntegral<std::uint16_t>());
             world.hub.check(client.session, world.now);
             break;
+        case 8:
+            world.hub.on_part(client.session, world.now);
+            break;
+        case 9:
+            world.hub.on_bad_frame(client.session, relay::Reason::NOT_TEXT, world.now);
+            break;
         default:
             client.read_all();
     }
@@ -132,7 +139,7 @@ void check(const World& world, const std::array<std::unique_ptr<Client>, 3>& cli
     std::size_t members = 0;
     for (const auto& client : clients) {
         FUZZ_CHECK(client->closes <= 1);
-        FUZZ_CHECK(client->queued() < MANY);
+        FUZZ_CHECK(client->queued() <= world.limits.queuedOutput + LAST_WORDS);
         const relay::Group* group = client->session.group;
         if (group == nullptr) {
             continue;
@@ -141,6 +148,9 @@ void check(const World& world, const std::array<std::unique_ptr<Client>, 3>& cli
         FUZZ_CHECK(!client->session.flagClosed);
         FUZZ_CHECK(group->members[0] != group->members[1]);
         FUZZ_CHECK(group->find(client->session.name) == &client->session);
+        FUZZ_CHECK(std::count_if(clients.begin(), clients.end(), [group](const auto& other) {
+                       return other->session.group == group;
+                   }) <= 2);
     }
     FUZZ_CHECK(world.metrics.members == members);
     FUZZ_CHECK(world.hub.count_groups() <= members);

@@ -22,6 +22,20 @@ TEST(Addresses, connections_are_counted_for_each_address) {
     EXPECT_FALSE(addresses.is_over_limit("a"));
 }
 
+TEST(Addresses, handshakes_are_counted_for_each_address_until_they_are_over) {
+    relay::Limits limits;
+    limits.halfOpenPerAddress = 2;
+    relay::Addresses addresses(limits);
+    EXPECT_TRUE(addresses.may_begin_handshake("a"));
+    addresses.connect("a", START);
+    EXPECT_TRUE(addresses.may_begin_handshake("a"));
+    addresses.connect("a", START);
+    EXPECT_FALSE(addresses.may_begin_handshake("a"));
+    EXPECT_TRUE(addresses.may_begin_handshake("b"));
+    addresses.finish_handshake("a");
+    EXPECT_TRUE(addresses.may_begin_handshake("a"));
+}
+
 TEST(Addresses, what_has_left_is_forgotten) {
     const relay::Limits limits;
     relay::Addresses addresses(limits);

@@ -20,7 +20,7 @@ public:
     FakeClient(relay::Hub& hub, const relay::Limits& limits, std::string address,
                relay::TimePoint now)
         : session(*this, std::move(address), limits, now), hub_(hub) {}
-    ~FakeClient() override { hub_.leave(session); }
+    ~FakeClient() override { hub_.leave(session, "gone"); }
 
     void send(std::string_view frame) override { received.emplace_back(frame); }
     void flush() override { flushed = received.size(); }

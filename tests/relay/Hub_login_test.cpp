@@ -50,7 +50,7 @@ TEST_F(HubLogin, a_member_that_leaves_is_told_to_the_other_as_bye) {
     auto first = member("g:a");
     auto second = member("g:b");
     first->received.clear();
-    hub.leave(second->session);
+    hub.leave(second->session, "closed");
     EXPECT_EQ(first->take(),
               Texts{R"({"type":"CHAT","subType":"bye","from":"g:b","to":"g:a","ident":0,)"
                     R"("text":"has left.","extraData":""})"});
@@ -60,8 +60,8 @@ TEST_F(HubLogin, a_leave_twice_is_told_once) {
     auto first = member("g:a");
     auto second = member("g:b");
     first->received.clear();
-    hub.leave(second->session);
-    hub.leave(second->session);
+    hub.leave(second->session, "closed");
+    hub.leave(second->session, "closed");
     EXPECT_EQ(first->take().size(), 1U);
 }
 
@@ -111,6 +111,24 @@ TEST_F(HubLogin, a_name_that_breaks_a_rule_is_refused) {
         EXPECT_EQ(client->closed, closed(row.reason)) << row.title;
         EXPECT_EQ(client->take(), refusal(row.reason)) << row.title;
     }
+    EXPECT_EQ(hub.count_groups(), 0U);
+}
+
+TEST_F(HubLogin, a_first_frame_that_is_not_looked_at_is_a_failed_login) {
+    limits.failedLogins = 1;
+    auto first = connect("192.0.2.9");
+    hub.on_bad_frame(first->session, Reason::NOT_TEXT, now);
+    expect_refused(*first, Reason::NO_LOGIN);
+    auto second = connect("192.0.2.9");
+    send(*second, login("g:a", "pw"));
+    expect_refused(*second, Reason::FAILED_LOGINS);
+}
+
+TEST_F(HubLogin, a_newcomer_that_does_not_read_does_not_stay) {
+    auto newcomer = connect();
+    newcomer->queuedBytes = limits.queuedOutput;
+    send(*newcomer, login("g:a", "pw"));
+    EXPECT_EQ(newcomer->closed, closed(Reason::OUTPUT_FULL));
     EXPECT_EQ(hub.count_groups(), 0U);
 }
 
@@ -258,10 +276,10 @@ TEST_F(HubLogin, each_event_leaves_one_line_without_the_password) {
     auto first = member("g:a", "hush");
     auto second = connect();
     send(*second, login("g:b", "guess"));
-    hub.leave(first->session);
+    hub.leave(first->session, "closed");
     EXPECT_EQ(lines, (Texts{R"(login name="g:a" address="192.0.2.1")",
                             R"(refused reason="wrong_password" name="" address="192.0.2.1")",
-                            R"(left name="g:a" address="192.0.2.1")"}));
+                            R"(left reason="closed" name="g:a" address="192.0.2.1")"}));
 }
 
 TEST_F(HubLogin, members_and_groups_are_counted) {
@@ -270,7 +288,7 @@ TEST_F(HubLogin, members_and_groups_are_counted) {
     auto third = member("h:a");
     EXPECT_EQ(metrics.members, 3U);
     EXPECT_EQ(metrics.groups, 2U);
-    hub.leave(third->session);
+    hub.leave(third->session, "closed");
     EXPECT_EQ(metrics.members, 2U);
     EXPECT_EQ(metrics.groups, 1U);
 }

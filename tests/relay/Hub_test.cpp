@@ -69,7 +69,7 @@ TEST_F(Hub, forwarded_frames_leave_together_when_the_senders_turn_ends) {
 
 TEST_F(Hub, what_the_relay_says_itself_leaves_at_once) {
     b->received.clear();
-    hub.leave(a->session);
+    hub.leave(a->session, "closed");
     EXPECT_EQ(b->flushed, 1U);
 }
 
@@ -224,6 +224,55 @@ TEST_F(Hub, a_friend_that_reads_too_slowly_has_to_go_and_the_sender_hears_bye) {
     send(*a, frame);
     EXPECT_EQ(b->closed, closed(Reason::OUTPUT_FULL));
     EXPECT_EQ(a->take(), Texts{relay::chat_message("bye", "g:b", "g:a", "has left.")});
+}
+
+TEST_F(Hub, what_the_relay_says_itself_counts_too) {
+    b->queuedBytes = limits.queuedOutput;
+    hub.leave(a->session, "closed");
+    EXPECT_EQ(b->closed, closed(Reason::OUTPUT_FULL));
+    EXPECT_EQ(hub.count_groups(), 0U);
+}
+
+TEST_F(Hub, a_member_that_does_not_read_goes_when_its_friend_returns) {
+    hub.leave(a->session, "closed");
+    b->queuedBytes = limits.queuedOutput;
+    auto back = connect();
+    send(*back, login("g:a", "secret"));
+    EXPECT_EQ(b->closed, closed(Reason::OUTPUT_FULL));
+    EXPECT_EQ(back->closed, "");
+    EXPECT_EQ(back->take().back(), relay::chat_message("bye", "g:b", "g:a", "has left."));
+}
+
+TEST_F(Hub, when_much_waits_in_all_those_go_for_whom_more_waits_than_their_share) {
+    const std::string frame = play("g:a", "#");
+    metrics.queuedBytes = limits.queuedTotal - frame.size();
+    b->queuedBytes = limits.queuedTotal / limits.connections - frame.size() + 1;
+    send(*a, frame);
+    EXPECT_EQ(b->closed, "");
+    metrics.queuedBytes += 1;
+    b->queuedBytes -= 1;
+    send(*a, frame);
+    EXPECT_EQ(b->closed, "");
+    b->queuedBytes += 1;
+    send(*a, frame);
+    EXPECT_EQ(b->closed, closed(Reason::OUTPUT_FULL));
+}
+
+TEST_F(Hub, pieces_of_a_frame_count_as_frames) {
+    const std::size_t burst = limits.framesPerSecond * limits.burstSeconds;
+    for (std::size_t i = 1; i < burst; ++i) {  // the login was the first
+        hub.on_part(a->session, now);
+    }
+    EXPECT_EQ(a->closed, "");
+    hub.on_part(a->session, now);
+    EXPECT_EQ(a->closed, closed(Reason::FRAME_RATE));
+}
+
+TEST_F(Hub, pieces_of_a_frame_are_no_sign_of_life) {
+    pass(seconds(30));
+    hub.on_part(a->session, now);
+    hub.check(a->session, now);
+    EXPECT_EQ(a->closed, closed(Reason::SILENT));
 }
 
 TEST_F(Hub, a_ping_goes_out_every_15_seconds) {

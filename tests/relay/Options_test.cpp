@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <sstream>
 
 #include <gtest/gtest.h>
 
@@ -178,6 +179,42 @@ TEST(Options, what_is_printed_reads_back_the_same) {
     relay::Options back;
     EXPECT_EQ(relay::read_config(text, back), "");
     EXPECT_EQ(relay::to_config(back), text);
+}
+
+/// The values of a configuration without its comments.
+std::string without_comments(const std::string& config) {
+    std::istringstream lines(config);
+    std::string text;
+    for (std::string line; std::getline(lines, line);) {
+        text += line.starts_with('#') ? "" : line + "\n";
+    }
+    return text;
+}
+
+TEST(Options, the_defaults_are_these) {
+    EXPECT_EQ(without_comments(relay::to_config(relay::Options())),
+              "listen = 127.0.0.1:8888\n"
+              "cert = \n"
+              "key = \n"
+              "status = \n"
+              "state-dir = \n"
+              "max-connections = 10000\n"
+              "max-connections-per-address = 64\n"
+              "max-half-open = 256\n"
+              "max-half-open-per-address = 64\n"
+              "frames-per-second = 2500\n"
+              "bytes-per-second = 1048576\n"
+              "burst-seconds = 4\n"
+              "frame-size = 16384\n"
+              "queued-output = 1048576\n"
+              "queued-total = 268435456\n"
+              "failed-logins = 10\n"
+              "chat-length = 500\n"
+              "chat-burst = 5\n"
+              "handshake-seconds = 10\n"
+              "login-seconds = 10\n"
+              "ping-seconds = 15\n"
+              "silence-seconds = 30\n");
 }
 
 TEST(Options, help_names_every_setting) {

@@ -1,6 +1,7 @@
 """Each limit is told to the client once before the close, and the others go on playing."""
 
 import asyncio
+import contextlib
 import json
 import socket
 import time
@@ -9,6 +10,7 @@ import unittest
 import websockets
 from relay_program import (LIMIT, RelayTest, client_context, login, message, play, receive,
                            receive_text, refusal)
+from violations_test import CONTINUATION, TEXT, frame
 
 
 class Heartbeat(RelayTest):
@@ -66,7 +68,7 @@ class Connections(RelayTest):
             self.assertEqual(await refusal(third),
                              (20, "The relay is full. Try again later.", 1013))
         await second.close()
-        self.relay.wait_for_line('left name="g:b"')
+        self.relay.wait_for_line('left reason="closed" name="g:b"')
         await (await self.relay.member("h:a")).close()
         await first.close()
 
@@ -156,7 +158,44 @@ class HalfOpen(RelayTest):
             with client_context().wrap_socket(plain) as line:
                 line.sendall(b"GET /ws/chat?sessid=play HTTP/1.1\r\nHost:")
                 line.settimeout(LIMIT)
+                self.assertTrue(line.recv(1000).startswith(b"HTTP/1.1 408 "))
                 self.assertEqual(line.recv(100), b"")
+        self.relay.wait_for_line('refused reason="handshake_timeout" status=408')
+
+
+class HalfOpenPerAddress(RelayTest):
+    options = ("--max-half-open", "8", "--max-half-open-per-address", "4")
+
+    async def test_silent_lines_from_one_address_shut_nobody_else_out(self):
+        with contextlib.ExitStack() as idle:
+            for _ in range(20):
+                idle.enter_context(socket.create_connection((self.relay.host, self.relay.port)))
+            self.relay.wait_for_line('dropped reason="half_open" address="127.0.0.1"')
+            async with self.relay.connect(local_addr=("127.0.0.2", 0)) as client:
+                await client.send(login("g:a", "pw"))
+                self.assertEqual((await receive(client))["subType"], "welcome")
+
+    async def test_handshakes_that_are_over_count_no_more(self):
+        clients = [await self.relay.member(f"g{number}:a") for number in range(10)]
+        await asyncio.gather(*(client.close() for client in clients))
+
+
+class Fragments(RelayTest):
+    options = ("--frames-per-second", "100", "--burst-seconds", "1")
+
+    async def test_a_message_in_tiny_pieces_counts_them_all(self):
+        client = await self.relay.member("g:a")
+        with contextlib.suppress(websockets.ConnectionClosed):
+            await client.send(" " for _ in range(500))
+        self.assertEqual(await refusal(client), (16, "Too many messages a second.", 1008))
+
+    async def test_a_message_in_two_pieces_counts_once(self):
+        first, second = await self.relay.pair("g")
+        for number in range(60):
+            text = play("g:a", number)
+            first.transport.write(frame(TEXT, text[:9].encode(), fin=0) +
+                                  frame(CONTINUATION, text[9:].encode()))
+            self.assertEqual(await receive_text(second), text)
 
 
 class ToldOnce(RelayTest):

@@ -4,6 +4,7 @@ import asyncio
 import os
 import re
 import signal
+import socket
 import ssl
 import stat
 import subprocess
@@ -13,7 +14,8 @@ import unittest
 import urllib.error
 import urllib.request
 
-from relay_program import LIMIT, PROGRAM, Relay, RelayTest, login, message, receive_until_closed
+from relay_program import (LIMIT, PROGRAM, Relay, RelayTest, client_context, login, message,
+                           receive_until_closed)
 
 
 def run(*options, environment=None):
@@ -83,6 +85,13 @@ class Start(RelayTest):
         self.assertRegex(self.relay.lines[0], r"^Play with: vork2d --server 127\.0\.0\.1:\d+  "
                          r"\(wss://127\.0\.0\.1:\d+/ws/chat\?sessid=play, self-signed certificate"
                          r"\)$")
+
+    async def test_nobody_resumes_a_session(self):
+        context = client_context()
+        context.maximum_version = ssl.TLSVersion.TLSv1_2
+        with socket.create_connection((self.relay.host, self.relay.port)) as plain:
+            with context.wrap_socket(plain) as line:
+                self.assertFalse(line.session.has_ticket)
 
     async def test_a_second_start_keeps_the_certificate(self):
         before = ssl.get_server_certificate((self.relay.host, self.relay.port))
@@ -186,15 +195,40 @@ class Log(RelayTest):
         await first.send(message("CHAT", "g:a", "#", text="whisper"))
         await asyncio.wait_for(second.recv(), LIMIT)
         await second.close()
-        self.relay.wait_for_line('left name="g:b"')
+        self.relay.wait_for_line('left reason="closed" name="g:b"')
         self.relay.stop()
         words = [line.split(" ", 1)[1] for line in self.relay.lines[1:-1]]
         self.assertEqual(words, [
             "ready connections=10000",
             'login name="g:a" address="127.0.0.1"', 'login name="g:b" address="127.0.0.1"',
-            'left name="g:b" address="127.0.0.1"', "stopping connections=1",
-            'left name="g:a" address="127.0.0.1"', "stopped"])
+            'left reason="closed" name="g:b" address="127.0.0.1"',
+            "stopping connections=1",
+            'left reason="shutdown" name="g:a" address="127.0.0.1"', "stopped"])
         self.assertNotIn("secret", "\n".join(self.relay.lines))
+
+    async def test_why_somebody_left_is_in_its_line(self):
+        lost = await self.relay.member("g:a")
+        lost.transport.abort()
+        # The line is let go by the loop that this test runs in.
+        await asyncio.to_thread(self.relay.wait_for_line, 'left reason="lost" name="g:a"')
+        refused = await self.relay.member("g:b")
+        await refused.send("x")
+        self.relay.wait_for_line('refused reason="not_json" name="g:b"')
+        self.relay.wait_for_line('left reason="not_json" name="g:b"')
+
+    async def test_a_handshake_that_fails_is_an_event_too(self):
+        with socket.create_connection((self.relay.host, self.relay.port)) as line:
+            line.sendall(b"GET / HTTP/1.1\r\n\r\n")
+            self.relay.wait_for_line('dropped reason="handshake_failed" address="127.0.0.1" count=1')
+
+    async def test_an_upgrade_without_a_key_is_an_event_too(self):
+        with socket.create_connection((self.relay.host, self.relay.port)) as plain:
+            with client_context().wrap_socket(plain) as line:
+                line.sendall(b"GET /ws/chat?sessid=play HTTP/1.1\r\nHost: relay\r\n"
+                             b"Upgrade: websocket\r\nConnection: Upgrade\r\n"
+                             b"Sec-WebSocket-Version: 13\r\n\r\n")
+                self.relay.wait_for_line('refused reason="bad_request" detail=".+" '
+                                         'address="127.0.0.1"')
 
 
 if __name__ == "__main__":

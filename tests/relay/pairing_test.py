@@ -51,7 +51,7 @@ class Pairing(RelayTest):
 
     async def test_an_emptied_group_takes_a_new_password(self):
         await (await self.relay.member("g:a", "old")).close()
-        self.relay.wait_for_line('left name="g:a"')
+        self.relay.wait_for_line('left reason="closed" name="g:a"')
         await (await self.relay.member("g:a", "new")).close()
 
 
@@ -126,6 +126,10 @@ class Refusal(RelayTest):
 
     async def test_a_first_frame_that_is_no_login(self):
         for frame in (play("g:a"), message("PONG", "g:a", "+"), "{}", "x", "[1]"):
+            await self.assert_refused([frame], 5)
+
+    async def test_a_first_frame_that_is_not_looked_at(self):
+        for frame in (b"{}", login("g:a", "x" * 17000)):
             await self.assert_refused([frame], 5)
 
     async def test_a_foreign_sender(self):

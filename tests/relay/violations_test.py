@@ -72,7 +72,7 @@ NO_TLS = {
     "nothing": b"",
 }
 
-# The status of the answer to what is no upgrade; 0 where the end may come without an answer.
+# The status of the answer to what is no upgrade.
 NO_UPGRADE = {
     "another path": (request("GET / HTTP/1.1"), 404),
     "no query": (request("GET /ws/chat HTTP/1.1"), 404),
@@ -93,8 +93,8 @@ NO_UPGRADE = {
     "a word that is no request": (b"hello\r\n\r\n", 400),
     "a body": (request(Content_Length="5") + b"hello", 400),
     "a frame before the answer": (request() + MEMBER, 400),
-    "half a request": (request()[:60], 0),
-    "a request without end": (request()[:-2], 0),
+    "half a request": (request()[:60], 408),
+    "a request without end": (request()[:-2], 408),
 }
 
 # What is sent over an open WebSocket, and the close codes one of which ends it.
@@ -155,6 +155,8 @@ FRAMES = {
     "half a header and silence": ([MEMBER, frame(TEXT, b"{}")[:1]], {1008}),
     "half a mask and silence": ([MEMBER, frame(TEXT, b"{}")[:4]], {1008}),
     "half a text and silence": ([MEMBER, frame(TEXT, b" " * 100)[:50]], {1008}),
+    "a binary before the login": ([frame(BINARY, b"{}")], {1008}),
+    "a text of 16,385 bytes before the login": ([frame(TEXT, b" " * 16385)], {1008}),
     "an open fragment and silence": ([MEMBER, frame(TEXT, b"{", fin=0)], {1008}),
     "silence before the login": ([], {1008}),
     "random bytes": ([os.urandom(5000)], {1002, 1007, 1008, 1009}),
