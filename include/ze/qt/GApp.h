@@ -69,6 +69,7 @@ public:
                                  const QString& appName);
     /// Stores the application's node and, if asked for, the settings of the visible windows.
     static void sync_app_settings(bool withWindows);
+    /// Nothing is stored any more when the program has ended.
     static void reset_settings_and_quit();
 
     /// Logs name, versions, system and Qt.
@@ -93,10 +94,12 @@ private:
     static void take_arguments(int argc, char** argValues, const store::GArgv* args);
     void watch_suspension();
     void republish_touch();
+    void on_about_to_quit() const;
 
     std::set<GMainWindow*> windows;
     unsigned int themeWanted = 0;
     unsigned int themeApplied = 0;
+    bool flagReset = false;
 };
 
 }  // namespace ze::qt

@@ -46,7 +46,7 @@ GApp::GApp(int& argc, char** argValues, store::GArgv* args) : QApplication(argc,
     take_arguments(argc, argValues, args);
     log::configure(argc, argValues, true);
     show_basic_env();
-    connect(this, &QCoreApplication::aboutToQuit, this, [] { sync_app_settings(true); });
+    connect(this, &QCoreApplication::aboutToQuit, this, [this] { on_about_to_quit(); });
     if (ze::os::is_sandboxed()) {
         watch_suspension();
     }
@@ -166,9 +166,21 @@ void GApp::sync_app_settings(bool withWindows) {
     }
 }
 
+void GApp::on_about_to_quit() const {
+    sync_app_settings(true);
+    if (flagReset) {
+        // The windows have stored themselves when they closed, a password with them.
+        GSettings::instance().clear();
+        GSettings::instance().sync();
+    }
+}
+
 void GApp::reset_settings_and_quit() {
     ze::pp("GApp::reset_settings_and_quit");
     GSettings::instance().clear_config();
+    if (gApp != nullptr) {
+        gApp->flagReset = true;
+    }
     QCoreApplication::quit();
 }
 

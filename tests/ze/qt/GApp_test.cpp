@@ -169,6 +169,20 @@ TEST_F(WithApp, preparing_reads_the_node_and_quitting_stores_it) {
     EXPECT_EQ(GApp::nApp.get<int>(key, 0), 7);
 }
 
+TEST_F(WithApp, quitting_stores_the_windows_that_are_still_open) {
+    start();
+    test::ProbeWindow window;
+    window.setup();
+    window.show();
+    const auto leave = [] {
+        GSettings::instance().clear();
+        QCoreApplication::exit(0);  // closes no window
+    };
+    QMetaObject::invokeMethod(&*app, leave, Qt::QueuedConnection);
+    EXPECT_EQ(QCoreApplication::exec(), 0);
+    EXPECT_TRUE(GSettings::instance().contains(QStringLiteral("Window/Probe_0")));
+}
+
 TEST_F(WithApp, the_debug_flag_wipes_the_settings) {
     GSettings::instance().set(QStringLiteral("k"), 1, nullptr);
     GSettings::flagDebug = true;
@@ -207,6 +221,31 @@ TEST_F(WithApp, a_reset_clears_the_settings_and_quits) {
                                   "GSettings::~clear_config"}));
 }
 
+TEST_F(WithApp, after_a_reset_nothing_is_stored_though_a_window_closed_since) {
+    const auto prepare = [](unsigned minimum) {
+        GApp::prepare_settings(QStringLiteral("vork2d.example"), minimum, true,
+                               QStringLiteral("app"));
+    };
+    prepare(0);
+    start();
+    GSettings& settings = GSettings::instance();
+    settings.clear();
+    test::ProbeWindow window;
+    window.setup();
+    window.show();
+    window.settingsNode.set(QStringLiteral("pw"), QStringLiteral("secret"));
+    GApp::sync_app_settings(true);
+    QMetaObject::invokeMethod(
+        &*app, [] { GApp::reset_settings_and_quit(); }, Qt::QueuedConnection);
+    EXPECT_EQ(QCoreApplication::exec(), 0);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(settings.allKeys(), QStringList());
+    QFile file(settings.fileName());
+    EXPECT_TRUE(!file.open(QIODevice::ReadOnly) || file.readAll().isEmpty());
+    prepare(110);
+    EXPECT_FALSE(QFile::exists(settings.fileName() + QStringLiteral(".unreadable")));
+}
+
 // --- windows -------------------------------------------------------------------------------------
 
 TEST_F(WithApp, a_window_leaves_the_set_when_it_closes) {
@@ -226,11 +265,11 @@ TEST_F(WithApp, a_window_leaves_the_set_when_it_closes) {
     const std::string name = window.to_string().toStdString();
     EXPECT_EQ(app->get_added_windows(), std::set<GMainWindow*>());
     EXPECT_EQ(removed, 1);
-    const Lines lines = log.lines();
+    const Lines lines = log.lines_with_level();
     ASSERT_GE(lines.size(), 2U);
     EXPECT_EQ(Lines(lines.end() - 2, lines.end()),
-              (Lines{"GApp::add_window, win is going to be destroyed:" + name,
-                     "GApp::remove_window, remove win:" + name}));
+              (Lines{"DEB GApp::add_window, win is going to be destroyed:" + name,
+                     "DEB GApp::remove_window, remove win:" + name}));
 }
 
 TEST_F(WithApp, a_window_that_was_added_again_is_removed_once_more) {
@@ -323,6 +362,9 @@ TEST_F(WithScreens, without_any_the_size_is_a_square_and_a_window_can_be_made) {
     window.save_state();
     window.restore_state();
     EXPECT_TRUE(window.is_theme_dark());
+    GSettings::instance().clear();
+    window.close();  // was never open: Qt itself ends a program that shows one there
+    EXPECT_TRUE(GSettings::instance().contains(QStringLiteral("Window/Probe_0")));
 }
 
 TEST_F(WithApp, a_missing_svg_plug_in_leaves_one_line) {
