@@ -109,7 +109,7 @@ public:
     void setup_node();
 
     /// Shows the window. A rectangle "x,y,width,height" under "__bounds" on the command line beats
-    /// the stored geometry; a window on no screen is moved onto one.
+    /// the stored geometry; one that leaves the title bar on no screen is moved onto one.
     void show();
     /// Writes the settings; with the flag the log panel's configuration goes in first.
     void sync_win_settings(bool withLog);
@@ -190,7 +190,7 @@ private:
 
     void take_identity(std::unique_ptr<BaseWindowClazz> made);
     void post(std::function<void()> call);
-    void post_settings_changed();
+    static void post_settings_changed();
     void keep_reachable();
     void send_layout_event(int reason, int fontSize);
     void restore_theme();

@@ -5,6 +5,7 @@
 #include "ze/qt/GPanelLogView.h"
 #include "ze/qt/components/BasicSlider.h"
 #include "ze/qt/components/GListView.h"
+#include "ze/qt/guitools/GGui.h"
 #include "ze/qt/themes.h"
 #include "ze/tools/os.h"
 
@@ -107,7 +108,8 @@ void GMainWindow::set_theme(unsigned int theme, unsigned int) {
 }
 
 void GMainWindow::post_settings_changed() {
-    post([] {
+    // The window may be gone by then; its change concerns the application all the same.
+    invoke_later([] {
         if (gApp != nullptr) {
             gApp->settings_changed_listener.fire_event({});
         }

@@ -92,16 +92,40 @@ TEST_F(WindowTheme, a_change_of_theme_is_a_change_of_settings) {
               2U);
 }
 
+TEST_F(WindowTheme, a_change_is_told_though_the_window_is_gone_by_then) {
+    int changes = 0;
+    gApp->settings_changed_listener.set("test", [&changes] { ++changes; });
+    {
+        ProbeWindow other;
+        other.set_theme(themes::GREEN, 0);
+    }
+    test::turn_event_loop();
+    EXPECT_EQ(changes, 1);
+    gApp->settings_changed_listener.set("test", {});
+}
+
 TEST_F(WindowTheme, an_unknown_theme_is_an_error_and_the_rest_still_happens) {
+    window.show();
     window.set_theme(themes::GREEN, 0);
+    test::turn_event_loop();
     const QPalette palette = window.palette();
     button->setIcon(QIcon());
+    window.settingsNode.set(QStringLiteral("theme"), 99U);
+    test::clear_settings();
+    int changes = 0;
+    gApp->settings_changed_listener.set("test", [&changes] { ++changes; });
     log.expect_error("GMainWindow::set_theme, theme:7 is unknow");
     window.set_theme(7, 0);
     EXPECT_EQ(window.get_theme(), themes::GREEN);
     EXPECT_EQ(window.palette(), palette);
-    EXPECT_EQ(stored_theme(), 2U);
     EXPECT_FALSE(button->icon().isNull());
+    EXPECT_EQ(GSettings::instance()
+                  .get_window_node(window.get_object_name())
+                  .get<unsigned>(QStringLiteral("theme"), 99),
+              2U);
+    test::turn_event_loop();
+    EXPECT_EQ(changes, 1);
+    gApp->settings_changed_listener.set("test", {});
 }
 
 TEST_F(WindowTheme, themes_rotate) {
@@ -165,6 +189,16 @@ TEST_F(WindowTheme, the_stored_theme_comes_back) {
     EXPECT_EQ(window.palette().color(QPalette::Window), QColor(0x1E, 0x32, 0x1E));
 }
 
+TEST_F(WindowTheme, a_window_that_followed_the_application_does_so_again) {
+    window.set_theme(themes::GREEN, 0);
+    window.settingsNode.set(QStringLiteral("theme"), GMainWindow::THEME_OF_APPLICATION);
+    window.restore_state();
+    EXPECT_FALSE(window.has_its_own_palette());
+    EXPECT_EQ(window.palette(), QApplication::palette(&window));
+    themes::set(themes::DARK);
+    EXPECT_EQ(window.get_theme(), themes::DARK);
+}
+
 TEST_F(WindowTheme, without_a_main_window_there_is_no_theme) {
     const QWidget alone;
     EXPECT_FALSE(GMainWindow::is_theme_normal(&alone));
@@ -226,8 +260,9 @@ TEST_F(WindowTheme, the_gui_is_scaled_by_one_point) {
     window.gui_scale(GUISCALE::SMALLER);
     window.gui_scale(static_cast<GUISCALE>(9));
     EXPECT_EQ(window.font().pointSize(), 11);
-    EXPECT_EQ(log.lines(), (Lines{"GMainWindow::gui_scale:BIGGER", "GMainWindow::gui_scale:SMALLER",
-                                  "GMainWindow::gui_scale:SMALLER"}));
+    EXPECT_EQ(log.lines_with_level(),
+              (Lines{"DEB GMainWindow::gui_scale:BIGGER", "DEB GMainWindow::gui_scale:SMALLER",
+                     "DEB GMainWindow::gui_scale:SMALLER"}));
 }
 
 }  // namespace
