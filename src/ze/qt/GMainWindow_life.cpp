@@ -25,7 +25,9 @@ const QString KEY_POINT_SIZE = QStringLiteral("pointSize");
 constexpr int STORED_POINT_SIZE_MIN = 6;
 constexpr int STORED_POINT_SIZE_MAX = 28;
 
-constexpr QSize REACHABLE(60, 30);  // pixels of a window that must lie on a screen
+// A window is taken by its title bar, the top of its frame.
+constexpr int TITLE_HEIGHT = 30;    // pixels
+constexpr QSize REACHABLE(60, 15);  // pixels of it that must lie on a screen
 
 }  // namespace
 
@@ -88,11 +90,12 @@ void GMainWindow::restore_font() {
 
 void GMainWindow::keep_reachable() {
     const QRect frame = frameGeometry();
-    const QSize needed = frame.size().boundedTo(REACHABLE);
+    const QRect title(frame.topLeft(), QSize(frame.width(), TITLE_HEIGHT));
+    const QSize needed = title.size().boundedTo(REACHABLE);
     const QList<QScreen*> screens = QGuiApplication::screens();
     const bool reachable =
-        std::any_of(screens.begin(), screens.end(), [&frame, needed](const QScreen* candidate) {
-            const QSize shown = candidate->availableGeometry().intersected(frame).size();
+        std::any_of(screens.begin(), screens.end(), [&title, needed](const QScreen* candidate) {
+            const QSize shown = candidate->availableGeometry().intersected(title).size();
             return shown.width() >= needed.width() && shown.height() >= needed.height();
         });
     if (!reachable && !screens.isEmpty()) {

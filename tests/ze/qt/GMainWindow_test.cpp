@@ -38,10 +38,12 @@ protected:
         test::turn_event_loop();
     }
 
+    /// Whether its title bar, the top of its frame, can be taken.
     static bool is_on_a_screen(const QWidget& window) {
-        const QRect shown =
-            window.screen()->availableGeometry().intersected(window.frameGeometry());
-        return shown.width() >= 60 && shown.height() >= 30;
+        const QRect frame = window.frameGeometry();
+        const QRect title(frame.topLeft(), QSize(frame.width(), 30));
+        const QRect shown = window.screen()->availableGeometry().intersected(title);
+        return shown.width() >= 60 && shown.height() == 30;
     }
 
     test::LogCapture log;
@@ -62,6 +64,9 @@ public:
         };
         first_resize_listener += [] {
             ze::pp("first_resize_listener");
+        };
+        theme_listener += [](const unsigned& theme) {
+            ze::pp("theme_listener:$", theme);
         };
     }
     void ini() override {
@@ -124,6 +129,7 @@ TEST_F(MainWindow, its_life_has_a_fixed_order) {
                                   "do_layout_all, reason:0",
                                   "-- shown",
                                   "on_change_theme:1",
+                                  "theme_listener:1",
                                   "post_ini_hook",
                                   "first_resize_listener",
                                   "-- loop",
@@ -234,6 +240,27 @@ TEST_F(MainWindow, size_and_font_come_back) {
     EXPECT_EQ(window.font().pointSize(), 17);
 }
 
+TEST_F(MainWindow, a_dock_comes_back_where_it_was) {
+    log.ignore("dockLocationChanged");
+    GDock* dock = nullptr;
+    const auto with_dock = [&dock](ProbeWindow& window) {
+        window.build = [&dock, &window](GPanel*) {
+            dock = window.gen_dock(QStringLiteral("tools"), QStringLiteral("Tools"),
+                                   Qt::AllDockWidgetAreas);
+        };
+        window.setup();
+    };
+    {
+        ProbeWindow window;
+        with_dock(window);
+        window.addDockWidget(Qt::LeftDockWidgetArea, dock);
+        window.close();
+    }
+    ProbeWindow window;
+    with_dock(window);
+    EXPECT_EQ(window.dockWidgetArea(dock), Qt::LeftDockWidgetArea);
+}
+
 TEST_F(MainWindow, a_stored_font_size_counts_from_6_to_28) {
     const std::pair<int, bool> rows[] = {{5, false},  {6, true},   {28, true},
                                          {29, false}, {-1, false}, {2000000000, false}};
@@ -318,11 +345,28 @@ TEST_F(MainWindow, bounds_that_are_no_rectangle_change_nothing) {
 }
 
 TEST_F(MainWindow, bounds_off_every_screen_keep_their_size_and_move_onto_one) {
-    GApp::argv.set(QStringLiteral("__bounds"), QStringLiteral("-5000,-5000,300,200"));
-    ProbeWindow window;
-    window.show();
-    EXPECT_TRUE(is_on_a_screen(window)) << window.x() << ',' << window.y();
-    EXPECT_EQ(window.size(), QSize(300, 200));
+    for (const char* place : {"-5000,-5000", "0,-160", "-250,50", "100,-30", "100,5000"}) {
+        GApp::argv.set(QStringLiteral("__bounds"),
+                       QLatin1String(place) + QStringLiteral(",300,200"));
+        ProbeWindow window;
+        window.show();
+        EXPECT_TRUE(is_on_a_screen(window)) << place << ": " << window.x() << ',' << window.y();
+        EXPECT_EQ(window.size(), QSize(300, 200)) << place;
+    }
+}
+
+TEST_F(MainWindow, bounds_that_leave_a_part_of_the_title_bar_on_a_screen_stay) {
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const QPoint places[] = {screen.topLeft(), QPoint(-200, 50),
+                             screen.bottomRight() - QPoint(70, 20)};
+    for (const QPoint& place : places) {
+        const QRect bounds(place, QSize(300, 200));
+        GApp::argv.set(QStringLiteral("__bounds"),
+                       QStringLiteral("%1,%2,300,200").arg(place.x()).arg(place.y()));
+        ProbeWindow window;
+        window.show();
+        EXPECT_EQ(window.geometry(), bounds);
+    }
 }
 
 // --- panels and widgets --------------------------------------------------------------------------
