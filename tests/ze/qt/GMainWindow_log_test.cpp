@@ -177,6 +177,20 @@ TEST_F(WindowLog, a_log_that_went_with_its_panel_is_not_used_any_more) {
                      "pan log ?", "GMainWindow::on_options, flagAutoHScroll:true"}));
 }
 
+TEST_F(WindowLog, a_dialog_whose_log_went_closes_on_ok) {
+    log.expect_error("GMainWindow::gen_main_panel, already called!");
+    panel->set_enabled(true);
+    window.on_log_options();
+    const QPointer<GDialogOption> dialog = window.findChild<GDialogOption*>();
+    window.gen_main_panel(GLAYOUT::VERTICAL);
+    ASSERT_TRUE(test::wait_for([this] { return window.get_panel_log_view() == nullptr; }));
+    log.clear();
+    by_text<QPushButton>(dialog, "OK")->click();
+    EXPECT_EQ(log.lines_with_level(),
+              (Lines{"DEB GDialogOption, OK", "DEB WHAT, panLog == nullptr ?"}));
+    EXPECT_TRUE(test::wait_for([&dialog] { return dialog == nullptr; }));
+}
+
 // --- the buttons ---------------------------------------------------------------------------------
 
 TEST_F(WindowLog, the_text_buttons_work_the_log) {
@@ -294,26 +308,44 @@ TEST_F(WindowLog, the_menu_shows_the_state) {
     EXPECT_EQ(entries(menu), (Lines{"Logging [ ]", "Options off", "---", "Theme"}));
     EXPECT_EQ(entries(entry_of(menu, "Theme")->menu()),
               (Lines{"Normal [x]", "Dark [ ]", "Green [ ]"}));
-    EXPECT_EQ(log.lines().front(), "GMainWindow::on_menu_options, flagGui:false, cfg: (" +
-                                       panel->config.to_string() + ")");
+    EXPECT_EQ(log.lines_with_level().front(),
+              "DEB GMainWindow::on_menu_options, flagGui:false, cfg: (" +
+                  panel->config.to_string() + ")");
     menu->close();
 }
 
-TEST_F(WindowLog, the_menu_turns_the_log_on_and_opens_its_dialog) {
+TEST_F(WindowLog, the_menu_turns_the_log_on) {
     std::vector<bool> told;
     window.log_toggle_listener += [&told](const bool& on) {
         told.push_back(on);
     };
+    int changes = 0;
+    gApp->settings_changed_listener.set("test", [&changes] { ++changes; });
     window.show();
     window.on_menu_options();
     log.clear();
     entry_of(window.findChild<GMenu*>(), "Logging")->trigger();
-    const Lines lines = log.lines();
-    EXPECT_NE(std::find(lines.begin(), lines.end(), "GMainWindow::on_menu_log, flag:true"),
+    const Lines lines = log.lines_with_level();
+    EXPECT_NE(std::find(lines.begin(), lines.end(), "DEB GMainWindow::on_menu_log, flag:true"),
               lines.end());
     EXPECT_TRUE(window.is_logPanel_enabled());
     EXPECT_TRUE(stored().is_enabled());
     EXPECT_EQ(told, std::vector<bool>{true});
+    EXPECT_EQ(changes, 0);
+    test::turn_event_loop();
+    EXPECT_EQ(changes, 1);
+    gApp->settings_changed_listener.set("test", {});
+}
+
+TEST_F(WindowLog, the_menu_opens_the_dialog_of_a_log_that_is_on) {
+    panel->set_enabled(true);
+    window.show();
+    window.on_menu_options();
+    auto* menu = window.findChild<GMenu*>();
+    EXPECT_EQ(entries(menu), (Lines{"Logging [x]", "Options", "---", "Theme"}));
+    entry_of(menu, "Options")->trigger();
+    EXPECT_NE(window.findChild<GDialogOption*>(), nullptr);
+    menu->close();
 }
 
 TEST_F(WindowLog, the_menu_has_the_colours_of_its_window) {
@@ -369,28 +401,90 @@ protected:
     QPointer<QDialog> dialog;
 };
 
-TEST_F(LogDialog, it_shows_the_configuration) {
+/// What a widget of the dialog shows; a box its entries and the current one. Empty for a spacer.
+std::string shown_by(const QWidget* widget) {
+    if (const auto* label = qobject_cast<const QLabel*>(widget)) {
+        const bool isLine = label->styleSheet().contains(QStringLiteral("1px solid #000000"));
+        return isLine ? "---" : label->text().toStdString();
+    }
+    if (const auto* box = qobject_cast<const QComboBox*>(widget)) {
+        QStringList texts;
+        for (int i = 0; i < box->count(); ++i) {
+            texts.append(box->itemText(i));
+        }
+        return (texts.join(u' ') + QStringLiteral(": ") + box->currentText()).toStdString();
+    }
+    if (const auto* check = qobject_cast<const QCheckBox*>(widget)) {
+        return check->text().toStdString() + (check->isChecked() ? " [x]" : " [ ]");
+    }
+    const auto* button = qobject_cast<const QPushButton*>(widget);
+    return button == nullptr ? std::string() : button->text().toStdString();
+}
+
+TEST_F(LogDialog, it_shows_the_configuration_row_by_row) {
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Log Options"));
+    Lines shown;
+    for (const auto* widget : dialog->findChildren<QWidget*>()) {
+        if (const std::string text = shown_by(widget); !text.empty()) {
+            shown.push_back(text);
+        }
+    }
+    EXPECT_EQ(shown, (Lines{"Log Level", "ERROR WARN INFO DEBUG TRACE: DEBUG", "Font Size",
+                            "8 9 10 11 12 13 14 15 16: 10", "Scroll Left Auto [ ]", "---",
+                            "Columns", "number [x]", "time [x]", "abs time [x]", "log level [x]",
+                            "thread [x]", "micro seconds [ ]", "---", "Cancel", "OK"}));
+    EXPECT_EQ(by_text<QCheckBox>(dialog, "Scroll Left Auto")->toolTip(),
+              QStringLiteral("Each new line in the logger automatically triggers horizontal "
+                             "scrolling to the left."));
+}
+
+TEST_F(LogDialog, it_is_modal_and_deletes_itself) {
     EXPECT_TRUE(dialog->isModal());
     EXPECT_TRUE(dialog->testAttribute(Qt::WA_DeleteOnClose));
-    EXPECT_EQ(dialog->palette().color(QPalette::Window), window.palette().color(QPalette::Window));
-    EXPECT_EQ(box("Log Level")->currentText(), QStringLiteral("DEBUG"));
-    EXPECT_EQ(box("Font Size")->currentText(), QStringLiteral("10"));
-    EXPECT_EQ(box("Font Size")->count(), 9);
-    Lines checks;
-    for (const auto* check : dialog->findChildren<QCheckBox*>()) {
-        checks.push_back(check->text().toStdString() + (check->isChecked() ? " [x]" : " [ ]"));
-    }
-    EXPECT_EQ(checks, (Lines{"Scroll Left Auto [ ]", "number [x]", "time [x]", "abs time [x]",
-                             "log level [x]", "thread [x]", "micro seconds [ ]"}));
+}
+
+TEST_F(WindowLog, the_dialog_has_the_looks_of_its_window) {
+    panel->set_enabled(true);
+    window.set_theme(1, 0);
+    window.set_font_size(17);
+    window.on_log_options();
+    const auto* dialog = window.findChild<GDialogOption*>();
+    EXPECT_EQ(dialog->palette().color(QPalette::Window), QColor(0x35, 0x35, 0x35));
+    EXPECT_TRUE(dialog->autoFillBackground());
+    EXPECT_EQ(dialog->font().pointSize(), 17);
 }
 
 TEST_F(LogDialog, its_choices_are_logged) {
     log.clear();
     box("Log Level")->setCurrentText(QStringLiteral("TRACE"));
     box("Font Size")->setCurrentText(QStringLiteral("8"));
-    EXPECT_EQ(log.lines(), (Lines{"sLevel:TRACE", "GDialogOption....fontSize:8"}));
+    EXPECT_EQ(log.lines_with_level(),
+              (Lines{"DEB sLevel:TRACE", "DEB GDialogOption....fontSize:8"}));
+}
+
+TEST_F(LogDialog, a_font_size_beyond_19_is_not_taken) {
+    box("Font Size")->addItems({QStringLiteral("19"), QStringLiteral("20")});
+    box("Font Size")->setCurrentText(QStringLiteral("19"));
+    box("Font Size")->setCurrentText(QStringLiteral("20"));
+    by_text<QPushButton>(dialog, "OK")->click();
+    EXPECT_EQ(panel->get_font_size(), 19);
+}
+
+TEST_F(WindowLog, each_column_of_the_dialog_has_its_bit) {
+    panel->set_enabled(true);
+    const std::pair<const char*, unsigned> columns[] = {{"number", 6},   {"time", 8},
+                                                        {"abs time", 4}, {"log level", 7},
+                                                        {"thread", 9},   {"micro seconds", 5}};
+    for (const auto& [text, bit] : columns) {
+        const unsigned before = panel->config.logControl.value();
+        window.on_log_options();
+        const QPointer<GDialogOption> dialog = window.findChild<GDialogOption*>();
+        by_text<QCheckBox>(dialog, text)->toggle();
+        by_text<QPushButton>(dialog, "OK")->click();
+        EXPECT_EQ(panel->config.logControl.value(), before ^ (1U << bit)) << text;
+        ASSERT_TRUE(test::wait_for([&dialog = dialog] { return dialog == nullptr; }));
+    }
 }
 
 TEST_F(LogDialog, cancel_leaves_the_configuration) {

@@ -146,12 +146,15 @@ void GDialogOption::on_cancel() {
 
 void GDialogOption::on_ok() {
     ze::pp("GDialogOption, OK");
-    GPanelLogView* panel = log_panel();
-    panel->set_config(config);
-    font_size_changed.fire_event(panel->config.fontSize, FIRE_DIRECT);
-    auto_scroll_changed.fire_event(panel->config.autoScrollHorz, FIRE_DIRECT);
-    winMain->sync_win_settings(false);
-    winMain->sync_win_settings(true);
+    if (GPanelLogView* panel = log_panel()) {
+        panel->set_config(config);
+        font_size_changed.fire_event(config.fontSize, FIRE_DIRECT);
+        auto_scroll_changed.fire_event(config.autoScrollHorz, FIRE_DIRECT);
+        winMain->sync_win_settings(false);
+        winMain->sync_win_settings(true);
+    } else {
+        ze::pp("WHAT, panLog == nullptr ?");  // it went while the dialog was open
+    }
     close();
 }
 
