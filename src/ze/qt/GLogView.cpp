@@ -111,13 +111,22 @@ bool is_virgin(const QTextDocument& document) {
     return document.blockCount() == 1 && document.firstBlock().text().isEmpty();
 }
 
+/// No more of a line than is shown, and no half of a character at its end.
+QString head_of(const QString& text) {
+    qsizetype length = std::min<qsizetype>(text.size(), MAX_CHARACTERS);
+    if (length < text.size() && text[length - 1].isHighSurrogate()) {
+        --length;
+    }
+    return text.left(length);
+}
+
 void insert_line(QTextCursor& cursor, const QString& text, const LineFormat& format) {
     if (is_virgin(*cursor.document())) {
         cursor.setBlockFormat(format.line);
     } else {
         cursor.insertBlock(format.line);
     }
-    cursor.insertText(text.left(MAX_CHARACTERS), format.text);
+    cursor.insertText(head_of(text), format.text);
 }
 
 }  // namespace

@@ -155,6 +155,15 @@ TEST_F(LogView, of_a_long_line_it_shows_the_head) {
     EXPECT_EQ(view.toPlainText(), QString(4000, u'x'));
 }
 
+TEST_F(LogView, no_character_is_cut_in_two) {
+    const QString face = QStringLiteral("\U0001F600");  // two units of UTF-16
+    view.append_line(QString(3999, u'x') + face, 3);
+    EXPECT_EQ(view.toPlainText(), QString(3999, u'x'));
+    view.setPlainText(QString());
+    view.append_line(QString(3998, u'x') + face, 3);
+    EXPECT_EQ(view.toPlainText(), QString(3998, u'x') + face);
+}
+
 TEST_F(LogView, a_double_click_is_logged_and_selects_nothing) {
     view.append_line(QStringLiteral("a word"), 3);
     view.show();

@@ -48,6 +48,14 @@ TEST_F(LogPanel, it_starts_with_the_defaults_and_disabled) {
     EXPECT_EQ(fresh.minimumHeight(), 50);
     EXPECT_EQ(fresh.get_margins(), QMargins());
     EXPECT_EQ(fresh.get_view()->font().family(), themes::get_mono_font().family());
+    for (const QWidget* grown :
+         {static_cast<const QWidget*>(&fresh), static_cast<const QWidget*>(fresh.get_view())}) {
+        const QSizePolicy policy = grown->sizePolicy();
+        EXPECT_EQ(policy.horizontalPolicy(), QSizePolicy::Expanding);
+        EXPECT_EQ(policy.verticalPolicy(), QSizePolicy::MinimumExpanding);
+        EXPECT_EQ(policy.horizontalStretch(), 1);
+        EXPECT_EQ(policy.verticalStretch(), 1);
+    }
 }
 
 TEST_F(LogPanel, it_shows_what_is_logged) {
