@@ -4,6 +4,7 @@
 #include "ze/tools/Listener.h"
 
 #include <QComboBox>
+#include <QPointer>
 
 #include <functional>
 
@@ -28,7 +29,7 @@ public:
     void set_functor_model(GFunctorModel* pModel);
 
 private:
-    GFunctorModel* functorModel{nullptr};
+    QPointer<GFunctorModel> functorModel;  // may be another's, and go before the box
     QMetaObject::Connection trigger;
 };
 

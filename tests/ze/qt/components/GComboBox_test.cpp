@@ -59,7 +59,13 @@ TEST(GComboBox, a_new_model_takes_the_place_of_the_one_before) {
     EXPECT_EQ(calls, Texts{"new"});
 }
 
-TEST(GComboBox, a_null_model_ends_the_program) {
+TEST(GComboBox, after_the_end_of_its_model_it_makes_one_of_its_own) {
     GComboBox box;
-    EXPECT_EXIT(box.set_functor_model(nullptr), testing::ExitedWithCode(1), "");
+    {
+        GFunctorModel model;
+        box.set_functor_model(&model);
+    }
+    box.add_functor(QStringLiteral("a"), {});
+    EXPECT_EQ(box.count(), 1);
+    EXPECT_EQ(box.currentText(), QStringLiteral("a"));
 }
