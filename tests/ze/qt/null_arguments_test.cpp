@@ -3,8 +3,12 @@
 #include "ze/log/LogConsole.h"
 #include "ze/log/log.h"
 #include "ze/qt/GApp.h"
+#include "ze/qt/GPadding.h"
 #include "ze/qt/ProbeWindow.h"
+#include "ze/qt/components/GComboBox.h"
+#include "ze/qt/components/GSplitter.h"
 #include "ze/qt/dialogs/GDialogOption.h"
+#include "ze/qt/guitools/GGui.h"
 #include "ze/qt/styles.h"
 
 #include "support/IsolatedHome.h"
@@ -25,6 +29,8 @@ namespace {
 
 using namespace ze::qt;
 
+constexpr const char* GROWTH = "include/ze/qt/inline/GGui_inline";
+constexpr const char* LOOKS = "src/ze/qt/guitools/GGui_looks";
 constexpr const char* ROW_OPTION = "--row=";
 
 struct Row {
@@ -68,6 +74,19 @@ const Row ROWS[] = {
      "widget == NULL", "src/ze/qt/GPanel"},
     {"show page", [] { GPanel(GLAYOUT::STACKED).show_stacked_widget(nullptr); }, "widget == NULL",
      "src/ze/qt/GPanel"},
+    {"growable", [] { set_growable(static_cast<QLabel*>(nullptr)); }, "qwt == NULL", GROWTH},
+    {"growable across", [] { set_growable_horizontal(static_cast<QLabel*>(nullptr)); },
+     "qwt == NULL", GROWTH},
+    {"growable upward", [] { set_growable_vertical(static_cast<QLabel*>(nullptr)); }, "qwt == NULL",
+     GROWTH},
+    {"padding", [] { GPadding().set_padding(nullptr); }, "widget == NULL", "src/ze/qt/GPadding"},
+    {"margin", [] { set_margin_horz(nullptr, 1); }, "bt == NULL", LOOKS},
+    {"background", [] { set_background(nullptr, Qt::red); }, "widget == NULL", LOOKS},
+    {"text colour", [] { set_text_color(nullptr, Qt::red); }, "widget == NULL", LOOKS},
+    {"functor model", [] { GComboBox().set_functor_model(nullptr); }, "pModel == NULL",
+     "src/ze/qt/components/GComboBox"},
+    {"splitter", [] { GSplitter().add_widget(nullptr); }, "widget == NULL",
+     "src/ze/qt/components/GSplitter"},
     {"slider", [] { styles::set_slider_handle(nullptr, Qt::Horizontal, 0); }, "slider == NULL",
      "src/ze/qt/styles"},
     {"option dialog", [] { GDialogOption(nullptr); }, "parent == NULL",

@@ -47,10 +47,6 @@ TEST(growable, each_form_has_its_policy_and_returns_its_argument) {
     EXPECT_EQ(policy_of(label), (Policy{QSizePolicy::Expanding, QSizePolicy::Minimum, 0, 1}));
 }
 
-TEST(growable, null_ends_the_program) {
-    EXPECT_EXIT(set_growable(static_cast<QLabel*>(nullptr)), testing::ExitedWithCode(1), "");
-}
-
 TEST(ColorSetter, colours_the_three_background_roles_in_all_groups) {
     QLabel label;
     OpenSetter setter(&label);
@@ -117,10 +113,6 @@ TEST(GPadding, gives_any_other_widget_a_style_sheet) {
                                                  "padding-top: 3px; padding-bottom: 4px; };"));
 }
 
-TEST(GPadding, null_ends_the_program) {
-    EXPECT_EXIT(GPadding().set_padding(nullptr), testing::ExitedWithCode(1), "");
-}
-
 TEST(looks, set_margin_horz_leaves_room_for_text_and_margin) {
     QPushButton button(QStringLiteral("text"));
     set_margin_horz(&button, 12);
@@ -156,11 +148,6 @@ TEST(looks, background_and_text_take_the_role_of_the_kind_of_widget) {
         EXPECT_EQ(row.widget->palette().color(row.background), QColor(Qt::green));
         EXPECT_EQ(row.widget->palette().color(row.text), QColor(Qt::red));
     }
-}
-
-TEST(looks, null_ends_the_program) {
-    EXPECT_EXIT(set_background(nullptr, Qt::red), testing::ExitedWithCode(1), "");
-    EXPECT_EXIT(set_margin_horz(nullptr, 1), testing::ExitedWithCode(1), "");
 }
 
 TEST(looks, set_xstyle_adds_a_formatted_piece) {
