@@ -31,11 +31,11 @@ public:
     /// Forgets the gesture, so that the next contact reports nothing.
     void reset_state();
 
-    /// How far apart in pixels two taps of one double tap may lie, for whoever looks for taps; the
-    /// automaton itself does not.
-    [[nodiscard]] int get_double_tab_reach() const noexcept { return doubleTabReach; }
-
 protected:
+    /// How far apart in pixels two taps of one double tap may lie, for a derived class that looks
+    /// for taps; the automaton itself does not.
+    int doubleTabReach{100};
+
     virtual void on_delta(QPointF delta);
     virtual void on_pan(int pixels);
     virtual void on_zoom(float delta);
@@ -51,7 +51,6 @@ private:
     void report_zoom(double distance);
     void report_rotation(double angle);
 
-    int doubleTabReach{100};
     State state{IDLE};
     QPointF ptLast;
     double distanceLast{0.0};
