@@ -13,6 +13,7 @@
 
 #include <QFormLayout>
 #include <QGridLayout>
+#include <QMouseEvent>
 #include <QPointer>
 #include <QStackedLayout>
 #include <QTabWidget>
@@ -65,7 +66,15 @@ TEST_F(Panel, a_second_layout_is_refused_and_logged) {
     QLayout* first = panel.layout();
     panel.set_layout(GLAYOUT::HORIZONTAL);
     EXPECT_EQ(panel.layout(), first);
-    EXPECT_EQ(log.lines(), Lines{"GPanel::set_layout - has already layout ?, <QVBoxLayout>"});
+    EXPECT_EQ(log.lines_with_level(),
+              Lines{"DEB GPanel::set_layout - has already layout ?, <QVBoxLayout>"});
+}
+
+TEST_F(Panel, a_refused_layout_is_the_one_that_clear_grok_makes) {
+    panel.set_layout(GLAYOUT::HORIZONTAL);
+    EXPECT_TRUE(panel.is_layout(GLAYOUT::HORIZONTAL));
+    panel.clear_grok();
+    EXPECT_NE(dynamic_cast<QHBoxLayout*>(panel.layout()), nullptr);
 }
 
 TEST_F(Panel, every_kind_takes_children) {
@@ -87,7 +96,7 @@ TEST_F(Panel, the_same_widget_twice_is_one_item_and_one_line) {
     EXPECT_EQ(panel.add_widget(label), label);
     EXPECT_EQ(panel.add_widget(label), label);
     EXPECT_EQ(panel.layout()->count(), 1);
-    EXPECT_EQ(log.lines(), Lines{"XPanel::add_widget, w already in container"});
+    EXPECT_EQ(log.lines_with_level(), Lines{"DEB XPanel::add_widget, w already in container"});
 }
 
 TEST_F(Panel, a_removed_widget_lives_on_without_a_parent) {
@@ -261,13 +270,25 @@ TEST_F(Panel, a_check_box_takes_its_state_and_its_tip) {
 
 TEST_F(Panel, a_placeholder_grows_as_asked_and_reports_a_click) {
     const QString text = QStringLiteral("later");
-    const auto vertical = [this, text](bool growH, bool growV) {
-        return panel.gen_placeholder(text, growH, growV)->sizePolicy().verticalPolicy();
+    struct Row {
+        bool growH;
+        bool growV;
+        QSizePolicy::Policy horizontal;
+        QSizePolicy::Policy vertical;
     };
-    EXPECT_EQ(vertical(true, true), QSizePolicy::MinimumExpanding);
-    EXPECT_EQ(vertical(true, false), QSizePolicy::Fixed);
-    EXPECT_EQ(vertical(false, true), QSizePolicy::Minimum);
-    EXPECT_EQ(vertical(false, false), QSizePolicy::Fixed);
+    const Row rows[] = {
+        {true, true, QSizePolicy::Expanding, QSizePolicy::MinimumExpanding},
+        {true, false, QSizePolicy::Expanding, QSizePolicy::Fixed},
+        {false, true, QSizePolicy::Expanding, QSizePolicy::Minimum},
+        {false, false, QSizePolicy::Minimum, QSizePolicy::Fixed},
+    };
+    for (const Row& row : rows) {
+        const QSizePolicy policy = panel.gen_placeholder(text, row.growH, row.growV)->sizePolicy();
+        EXPECT_EQ(policy.horizontalPolicy(), row.horizontal) << row.growH << row.growV;
+        EXPECT_EQ(policy.verticalPolicy(), row.vertical) << row.growH << row.growV;
+        EXPECT_EQ(policy.horizontalStretch(), row.growH ? 1 : 0) << row.growH << row.growV;
+        EXPECT_EQ(policy.verticalStretch(), row.growV ? 1 : 0) << row.growH << row.growV;
+    }
     panel.gen_placeholder(text, false, false)->click();
     EXPECT_EQ(log.lines_with_level(), Lines{"DEB GPanel::create_placeholder <<<later>>>"});
 }
@@ -334,8 +355,9 @@ TEST_F(Panel, the_title_of_a_tab_is_set_from_its_panel) {
     inner->set_tab_title(QStringLiteral("no page"));
     panel.set_tab_title(QStringLiteral("no tabs"));
     EXPECT_EQ(tabs.tabText(0), QStringLiteral("new"));
-    EXPECT_EQ(log.lines(), (Lines{"GPanel::set_tab_title <new>", "GPanel::set_tab_title <no page>",
-                                  "GPanel::set_tab_title <no tabs>"}));
+    EXPECT_EQ(log.lines_with_level(),
+              (Lines{"DEB GPanel::set_tab_title <new>", "DEB GPanel::set_tab_title <no page>",
+                     "DEB GPanel::set_tab_title <no tabs>"}));
 }
 
 // --- looks ---------------------------------------------------------------------------------------
@@ -426,6 +448,22 @@ TEST_F(Panel, mouse_events_fire_their_listeners) {
     QTest::mouseMove(&panel, QPoint(20, 20));
     QTest::mouseRelease(&panel, Qt::LeftButton, {}, QPoint(20, 20));
     EXPECT_EQ(events, (Lines{"press", "move", "release"}));
+}
+
+TEST_F(Panel, its_listeners_come_after_the_frame_has_passed_the_event_on) {
+    std::vector<bool> accepted;
+    const auto note = [&accepted](QMouseEvent* const& event) {
+        accepted.push_back(event->isAccepted());
+    };
+    panel.mouse_press_listener += note;
+    panel.mouse_release_listener += note;
+    panel.mouse_move_listener += note;
+    for (const QEvent::Type type :
+         {QEvent::MouseButtonPress, QEvent::MouseMove, QEvent::MouseButtonRelease}) {
+        QMouseEvent event(type, QPointF(1, 1), QPointF(1, 1), Qt::LeftButton, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&panel, &event);
+    }
+    EXPECT_EQ(accepted, (std::vector<bool>{false, false, false}));
 }
 
 TEST_F(Panel, a_main_panel_has_thin_margins) {

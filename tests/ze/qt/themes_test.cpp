@@ -365,6 +365,18 @@ TEST_F(MonoFont, a_missing_file_gives_monospace_without_a_message) {
     EXPECT_EQ(output, "");
 }
 
+TEST_F(MonoFont, a_file_is_read_once) {
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open());
+    file.write("this is no font");
+    file.close();
+    themes::set_mono_font_path(file.fileName());
+    testing::internal::CaptureStdout();
+    (void)themes::get_mono_font();
+    (void)themes::get_mono_font();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "PROBLEM READING FONT\n");
+}
+
 TEST_F(MonoFont, a_damaged_file_prints_the_failure) {
     QTemporaryFile file;
     ASSERT_TRUE(file.open());

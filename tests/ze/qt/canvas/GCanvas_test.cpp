@@ -154,6 +154,8 @@ TEST_F(GCanvasTest, only_a_real_change_schedules_a_repaint) {
     EXPECT_EQ(repaints_after([this] { canvas.set_clip_enabled(false); }), 0U);
     log.expect_error("GCanvas::set_view_size, invalid size, w:0.00, h:10.00");
     EXPECT_EQ(repaints_after([this] { canvas.set_view_size(0.0F, 10.0F); }), 0U);
+    log.expect_error("GCanvas::set_view_size, invalid size, w:10.00, h:-1.00");
+    EXPECT_EQ(repaints_after([this] { canvas.set_view_size(10.0F, -1.0F); }), 0U);
 }
 
 TEST_F(GCanvasTest, pixels_convert_to_each_system) {

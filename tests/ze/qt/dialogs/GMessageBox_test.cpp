@@ -40,6 +40,13 @@ protected:
         QTest::mouseClick(box->button(button), Qt::LeftButton);
     }
 
+    // What was logged since the last call, each line behind its level.
+    Texts take_lines() {
+        Texts lines = log.lines_with_level();
+        log.clear();
+        return lines;
+    }
+
     test::LogCapture log;
     Texts calls;
 };
@@ -57,12 +64,12 @@ TEST_F(GMessageBoxTest, each_kind_has_its_icon_buttons_and_line) {
         Texts lines;
     };
     GMessageBox* const info = GMessageBox::show_info(nullptr, TITLE, TEXT);
-    const Texts linesInfo = log.take();
+    const Texts linesInfo = take_lines();
     GMessageBox* const error = GMessageBox::show_error(nullptr, TITLE, TEXT);
-    const Texts linesError = log.take();
+    const Texts linesError = take_lines();
     GMessageBox* const question =
         GMessageBox::ask_yes_no(nullptr, TITLE, TEXT, QMessageBox::Warning);
-    const Texts linesQuestion = log.take();
+    const Texts linesQuestion = take_lines();
     for (const Row& row :
          {Row{info, QMessageBox::Information, QMessageBox::Ok, linesInfo},
           Row{error, QMessageBox::Critical, QMessageBox::Ok, linesError},
@@ -74,8 +81,8 @@ TEST_F(GMessageBoxTest, each_kind_has_its_icon_buttons_and_line) {
         EXPECT_EQ(row.box->standardButtons(), row.buttons);
         delete row.box;
     }
-    EXPECT_EQ(linesInfo, Texts{"GMessageBox::show_info"});
-    EXPECT_EQ(linesError, Texts{"GMessageBox::show_error:text"});
+    EXPECT_EQ(linesInfo, Texts{"DEB GMessageBox::show_info"});
+    EXPECT_EQ(linesError, Texts{"DEB GMessageBox::show_error:text"});
     EXPECT_EQ(linesQuestion, Texts{});
 }
 

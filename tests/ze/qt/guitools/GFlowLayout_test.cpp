@@ -1,6 +1,7 @@
 #include "ze/qt/guitools/GFlowLayout.h"
 
 #include <QHBoxLayout>
+#include <QProxyStyle>
 #include <QStyle>
 #include <QWidget>
 
@@ -22,6 +23,19 @@ public:
 
 private:
     QSize hint;
+};
+
+// A style that keeps buttons 3 apart across and 7 apart upward.
+class SpacedStyle : public QProxyStyle {
+public:
+    int layoutSpacing(QSizePolicy::ControlType first, QSizePolicy::ControlType second,
+                      Qt::Orientation orientation, const QStyleOption* option,
+                      const QWidget* widget) const override {
+        if (first != QSizePolicy::PushButton || second != QSizePolicy::PushButton) {
+            return QProxyStyle::layoutSpacing(first, second, orientation, option, widget);
+        }
+        return orientation == Qt::Horizontal ? 3 : 7;
+    }
 };
 
 struct Flow {
@@ -135,6 +149,7 @@ TEST(GFlowLayout, a_spacing_that_was_not_given_is_asked_of_the_parent) {
     auto* const inLayout = new GFlowLayout(0, -1, -1);
     row->addLayout(inLayout);
     EXPECT_EQ(inLayout->horizontalSpacing(), 17);
+    EXPECT_EQ(inLayout->verticalSpacing(), 17);
 
     const GFlowLayout alone(0, -1, -1);
     EXPECT_EQ(alone.horizontalSpacing(), -1);
@@ -142,18 +157,21 @@ TEST(GFlowLayout, a_spacing_that_was_not_given_is_asked_of_the_parent) {
 }
 
 TEST(GFlowLayout, without_any_spacing_the_items_own_style_decides) {
+    SpacedStyle style;
     QWidget holder;  // a layout passes over windows
     GFlowLayout alone(0, -1, -1);
     Box first(QSize(40, 10));
     Box second(QSize(40, 10));
-    first.setParent(&holder);
-    second.setParent(&holder);
+    for (Box* const box : {&first, &second}) {
+        box->setParent(&holder);
+        box->setStyle(&style);
+    }
     alone.addItem(new QWidgetItem(&first));
     alone.addItem(new QWidgetItem(&second));
     alone.doLayout(QRect(0, 0, 500, 100), false);
-    const int space = first.style()->layoutSpacing(QSizePolicy::PushButton, QSizePolicy::PushButton,
-                                                   Qt::Horizontal);
-    EXPECT_EQ(second.geometry().topLeft(), QPoint(40 + space, 0));
+    EXPECT_EQ(second.geometry().topLeft(), QPoint(40 + 3, 0));
+    alone.doLayout(QRect(0, 0, 60, 100), false);
+    EXPECT_EQ(second.geometry().topLeft(), QPoint(0, 10 + 7));
 }
 
 TEST(GFlowLayout, the_margin_goes_to_all_four_sides) {
