@@ -3,7 +3,11 @@
 // the organisation and application names that are set before the first use. Splitters are not kept.
 //
 // A setting may be a password. On a platform with file permissions the file is readable by its
-// owner only, from before the first byte is written.
+// owner only, from before the first byte is written. A file that is damaged, in a line or in a
+// node, is copied before it is written over, once in a run; the copy has ".unreadable" behind its
+// name. A file with a value that could harm the program when read is moved there, and the store
+// starts empty: of what QSettings keeps as a stream only colours, floats and the types from QDate
+// to QPointF are read back.
 #pragma once
 
 #include <QColor>
@@ -36,7 +40,7 @@ public:
     void init() {}
 
     /// Keeps a node under the key as its text. What cannot be read later gives an empty or partial
-    /// node and the log lines of GNode::from_qstring.
+    /// node, the log lines of GNode::from_qstring, and a copy of the file.
     void set_node(const QString& key, const store::GNode& node);
     [[nodiscard]] store::GNode get_node(const QString& key) const;
     void set_app_node(const store::GNode& node);
@@ -79,8 +83,7 @@ public:
     void clear_config();
 
     /// True when the store was older than the minimum: its version is raised, and its keys are
-    /// removed if `clearIfOlder`. A file that could not be read, or has no version, is then kept
-    /// beside the new one with ".unreadable" behind its name.
+    /// removed if `clearIfOlder`. A file without a readable version is copied before.
     bool check_update_config(unsigned minimum, bool clearIfOlder);
 
     /// Both only check that there is a splitter; positions are not kept.
@@ -88,7 +91,8 @@ public:
     void restore_splitter_state(QSplitter* splitter);
 
     /// Writes what is unwritten now, instead of at the next turn of the event loop. On a full disk
-    /// nothing is written, the file stays as it was and the values stay in memory.
+    /// nothing is written, the file stays as it was and the values stay in memory; the event loop
+    /// tries again every second.
     void sync();
 
 protected:
@@ -100,10 +104,12 @@ private:
     void make_file_private();
     bool prepare_write();
     [[nodiscard]] bool has_config_version() const;
-    void keep_unreadable_file();
+    void look_for_damage();
+    void keep_unreadable_file() const;
 
     unsigned versionCurrent = 0;
     unsigned versionMinimum = 0;
+    mutable bool isKept = false;
 };
 
 }  // namespace ze::qt

@@ -4,11 +4,15 @@
 #include "ze/log/pp.h"
 #include "ze/store/GNode.h"
 
+#include "stored_variants.h"
+
+#include <QCoreApplication>
 #include <QDir>
 #include <QEvent>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryFile>
+#include <QTimer>
 
 #include <iostream>
 
@@ -49,6 +53,12 @@ bool has_room(const QString& name) {
     return probe.write(content) == content.size() && probe.flush();
 }
 
+QString place_of_unreadable(const QString& name) {
+    QString place = name + QStringLiteral(".unreadable");
+    QFile::remove(place);
+    return place;
+}
+
 }  // namespace
 
 bool GSettings::flagDebug = false;
@@ -64,6 +74,7 @@ GSettings& GSettings::instance() {
 
 GSettings::GSettings() {
     make_file_private();
+    look_for_damage();
 }
 
 GSettings::~GSettings() {
@@ -90,8 +101,14 @@ void GSettings::make_file_private() {
 }
 
 bool GSettings::event(QEvent* event) {
+    constexpr int WRITE_AGAIN = 1000;  // milliseconds
     if (event->type() == QEvent::UpdateRequest && !prepare_write()) {
-        return true;  // stays unwritten until a sync finds room, the one at the end at last
+        // QSettings asks for no other update before it has written.
+        QTimer::singleShot(WRITE_AGAIN, this, [this] {
+            QEvent request(QEvent::UpdateRequest);
+            QCoreApplication::sendEvent(this, &request);
+        });
+        return true;
     }
     return QSettings::event(event);
 }
@@ -109,15 +126,30 @@ void GSettings::clear_config() {
     pp("GSettings::~clear_config");
 }
 
-void GSettings::keep_unreadable_file() {
-    // Every store of this program has a version; one that has keys but no version was damaged.
-    const bool is_damaged = !allKeys().isEmpty() && !has_config_version();
-    if (!IS_PLAIN_FILE || (status() == NoError && !is_damaged)) {
+// So far QSettings has only split the file into lines; it reads a value when its section is first
+// asked for.
+void GSettings::look_for_damage() {
+    QFile file(fileName());
+    if (!IS_PLAIN_FILE || !file.open(QIODevice::ReadOnly)) {
         return;
     }
-    const QString kept = fileName() + QStringLiteral(".unreadable");
-    QFile::remove(kept);
-    QFile::rename(fileName(), kept);
+    const QByteArray content = file.readAll();
+    if (has_unsafe_variant(content)) {
+        isKept = file.rename(place_of_unreadable(fileName()));
+        QSettings::sync();  // forgets the lines
+        return;
+    }
+    const bool isCut = !content.isEmpty() && !content.endsWith('\n');
+    (void)allKeys();  // reads all sections, and tells in the status what it could not read
+    if (isCut || status() != NoError) {
+        keep_unreadable_file();
+    }
+}
+
+void GSettings::keep_unreadable_file() const {
+    if (IS_PLAIN_FILE && !isKept) {
+        isKept = QFile::copy(fileName(), place_of_unreadable(fileName()));
+    }
 }
 
 bool GSettings::check_update_config(unsigned minimum, bool clearIfOlder) {
@@ -130,7 +162,10 @@ bool GSettings::check_update_config(unsigned minimum, bool clearIfOlder) {
               << ", version expected:" << versionMinimum << ' ' << str::to_utf8(fileName()) << '\n';
     if (clearIfOlder) {
         pp("GSettings::check_update_config - CLEAR");
-        keep_unreadable_file();
+        // Every store of this program has a version; one that has keys but no version was damaged.
+        if (!allKeys().isEmpty() && !has_config_version()) {
+            keep_unreadable_file();
+        }
         clear_config();
     }
     set_config_version(versionMinimum);

@@ -3,6 +3,8 @@
 #include "ze/tools/GSettings.h"
 
 #include <cmath>
+#include <optional>
+#include <utility>
 
 namespace ze::qt {
 
@@ -38,6 +40,19 @@ QString key_of(const QString& key, const QObject* owner) {
     return owner == nullptr ? key : key + QLatin1Char('@') + owner->objectName();
 }
 
+// A text with a number beyond 32 bits would lose its upper half in toUInt and toInt.
+std::optional<unsigned> to_uint(const QVariant& value) {
+    bool ok = false;
+    const qulonglong number = value.toULongLong(&ok);
+    return ok && std::in_range<unsigned>(number) ? std::optional<unsigned>(number) : std::nullopt;
+}
+
+std::optional<int> to_int(const QVariant& value) {
+    bool ok = false;
+    const qlonglong number = value.toLongLong(&ok);
+    return ok && std::in_range<int>(number) ? std::optional<int>(number) : std::nullopt;
+}
+
 template <typename T>
 T read(const QVariant& value, const T& def) {
     return value.metaType() == QMetaType::fromType<T>() ? value.value<T>() : def;
@@ -50,8 +65,13 @@ void GSettings::set_node(const QString& key, const store::GNode& node) {
 }
 
 store::GNode GSettings::get_node(const QString& key) const {
-    const QString text = value(key).toString();
-    return text.isEmpty() ? store::GNode() : store::GNode::from_qstring(text);
+    // QSettings takes a text with a comma for a list. None of ours has one, but a damaged one may.
+    const QString text = value(key).toStringList().join(QLatin1Char(','));
+    store::GNode node = text.isEmpty() ? store::GNode() : store::GNode::from_qstring(text);
+    if (contains(key) && store::GNode::to_qstring(node) != text) {
+        keep_unreadable_file();
+    }
+    return node;
 }
 
 void GSettings::set_app_node(const store::GNode& node) {
@@ -79,15 +99,11 @@ void GSettings::set(const QString& key, const Qt::GlobalColor& color, const QObj
 }
 
 unsigned GSettings::get_uint(const QString& key, unsigned def, const QObject* owner) const {
-    bool ok = false;
-    const unsigned number = value(key_of(key, owner)).toUInt(&ok);
-    return ok ? number : def;
+    return to_uint(value(key_of(key, owner))).value_or(def);
 }
 
 int GSettings::get_int(const QString& key, int def, const QObject* owner) const {
-    bool ok = false;
-    const int number = value(key_of(key, owner)).toInt(&ok);
-    return ok ? number : def;
+    return to_int(value(key_of(key, owner))).value_or(def);
 }
 
 float GSettings::get_float(const QString& key, float def, const QObject* owner) const {
@@ -148,7 +164,7 @@ unsigned GSettings::get_config_version() const {
 }
 
 bool GSettings::has_config_version() const {
-    return contains(key_version());
+    return to_uint(value(key_version())).has_value();
 }
 
 void GSettings::set_log_level(unsigned level) {

@@ -6,8 +6,15 @@
 
 #include "support/LogCapture.h"
 
+#include <QColor>
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDeadlineTimer>
+#include <QLineF>
 #include <QStringList>
+#include <QThread>
 
+#include <array>
 #include <csignal>
 #include <string>
 #include <vector>
@@ -31,13 +38,52 @@ protected:
     GSettingsFileTest() { umask(0); }  // the worst that a user can have
     ~GSettingsFileTest() override { umask(umaskBefore); }
 
-    static unsigned mode() {
+    static unsigned mode(const QString& name = path()) {
         struct stat info {};
-        return stat(path().toLocal8Bit().constData(), &info) == 0 ? info.st_mode & 0777u : 0;
+        return stat(name.toLocal8Bit().constData(), &info) == 0 ? info.st_mode & 0777u : 0;
     }
+
+    static QString kept_path() { return path() + QStringLiteral(".unreadable"); }
 
 private:
     const mode_t umaskBefore = umask(022);
+};
+
+/// An event loop to write the settings, under the names that they have.
+class Application {
+public:
+    Application() {
+        QCoreApplication::setOrganizationName(organisation);
+        QCoreApplication::setApplicationName(application);
+    }
+
+private:
+    const QString organisation = QCoreApplication::organizationName();
+    const QString application = QCoreApplication::applicationName();
+    int argc = 1;
+    std::array<char, 5> name = {'t', 'e', 's', 't', '\0'};
+    std::array<char*, 2> argv = {name.data(), nullptr};
+    const QCoreApplication app{argc, argv.data()};
+};
+
+/// A disk on which no file gets longer than these bytes.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes) {
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit full{bytes, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &full);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+    ~FullDisk() {
+        setrlimit(RLIMIT_FSIZE, &before);
+        std::signal(SIGXFSZ, handler);
+    }
+
+private:
+    rlimit before{};
+    void (*const handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
 };
 
 TEST_F(GSettingsFileTest, is_not_made_by_reading) {
@@ -65,14 +111,7 @@ TEST_F(GSettingsFileTest, is_its_owners_when_the_last_write_makes_it) {
 }
 
 TEST_F(GSettingsFileTest, is_its_owners_when_the_event_loop_writes_it) {
-    int argc = 1;
-    char name[] = "test";
-    char* argv[] = {name, nullptr};
-    const QString organisation = QCoreApplication::organizationName();
-    const QString application = QCoreApplication::applicationName();
-    const QCoreApplication app(argc, argv);
-    QCoreApplication::setOrganizationName(organisation);
-    QCoreApplication::setApplicationName(application);
+    const Application application;
     SettingsStore store;
     store.set(KEY, 1, nullptr);
     QCoreApplication::processEvents();
@@ -128,6 +167,7 @@ TEST_F(GSettingsFileTest, with_a_damaged_node_gives_its_log_line_and_keeps_the_r
         {"cut in the magic", "R04=", {"from_qstring, failed to read magic"}},
         {"cut behind the magic", "R05PRA==", {"from_qstring, failed to read version"}},
         {"another version", "R05PRAACAAAAAAA=", {"from_qstring, unsupported version:2"}},
+        {"a comma", "R05P, !!", {"from_qstring, failed to read magic"}},
     };
     for (const Damage& row : rows) {
         const QByteArray content = "[GApplication]\napp=" + row.node + "\n\n[ui]\ntheme=2\n";
@@ -158,7 +198,7 @@ TEST_F(GSettingsFileTest, that_is_broken_gives_defaults_and_stays_as_it_is) {
         {"no key", "=1\n[\n[ui\n"},
         {"words", "this is no settings file\n"},
         {"wrong types", "[ui]\ntheme=green\n[config]\nversion=@Rect(0 0 1 1)\n[log]\nlevel=-1\n"},
-        {"broken variants", "[ui]\ntheme=@Variant(\\0\\0\\0)\n[log]\nlevel=@ByteArray(\n"},
+        {"a broken byte array", "[log]\nlevel=@ByteArray(\n"},
         {"cut in a value", "[ui]\ntheme=\"2"},
     };
     for (const Broken& row : rows) {
@@ -185,6 +225,12 @@ TEST_F(GSettingsFileTest, that_is_broken_is_kept_aside_when_the_store_is_cleared
     const std::vector<Broken> rows = {
         {"a line that is none", "no key and no value\n[config]\nversion=3\n[ui]\ntheme=2\n"},
         {"cut before the version", "[GApplication]\napp=R05PRAABAAAAAAA"},
+        {"cut before the version, at a line", "[GApplication]\napp=R05PRAABAAAAAAAAAAA=\n"},
+        {"cut before the number", "[config]\nversion=\n"},
+        {"cut in the number", "[ui]\ntheme=2\n[config]\nversion=11"},
+        {"a version of another type", "[config]\nversion=@Rect(0 0 1 1)\n[ui]\ntheme=2\n"},
+        {"a version that is a word", "[config]\nversion=abc\n[ui]\ntheme=2\n"},
+        {"a version beyond 32 bits", "[config]\nversion=4294967296\n[ui]\ntheme=2\n"},
     };
     for (const Broken& row : rows) {
         write_file(row.content, EVERYBODY);
@@ -195,7 +241,7 @@ TEST_F(GSettingsFileTest, that_is_broken_is_kept_aside_when_the_store_is_cleared
             EXPECT_TRUE(store.check_update_config(110, true)) << row.name;
         }
         testing::internal::GetCapturedStdout();
-        EXPECT_EQ(read_file(path() + QStringLiteral(".unreadable")), row.content) << row.name;
+        EXPECT_EQ(read_file(kept_path()), row.content) << row.name;
         EXPECT_EQ(read_file(), QByteArray("[config]\nversion=110\n")) << row.name;
         EXPECT_EQ(mode(), 0600u) << row.name;
     }
@@ -207,7 +253,130 @@ TEST_F(GSettingsFileTest, that_is_older_but_whole_is_not_kept_aside) {
     testing::internal::CaptureStdout();
     SettingsStore().check_update_config(110, true);
     testing::internal::GetCapturedStdout();
-    EXPECT_FALSE(QFile::exists(path() + QStringLiteral(".unreadable")));
+    EXPECT_FALSE(QFile::exists(kept_path()));
+}
+
+// What a program does without a change by its user: it reads both nodes and writes them at its end.
+void start_and_quit() {
+    const QString window = QStringLiteral("WinChat2_0");
+    SettingsStore store;
+    EXPECT_FALSE(store.check_update_config(110, true));
+    const GNode app = store.get_app_node();
+    const GNode state = store.get_window_node(window);
+    store.set_app_node(app);
+    store.set_window_node(state, window);
+}
+
+const QByteArray VERSION = "[config]\nversion=110\n\n";
+
+TEST_F(GSettingsFileTest, that_is_damaged_is_copied_before_it_is_written_over) {
+    const QByteArray app = VERSION + "[GApplication]\napp=";
+    const QByteArray window = VERSION + "[Window]\nWinChat2_0=";
+    const std::vector<Damage> rows = {
+        {"not base64", app + "?!#\n", {"from_qstring, base64 decode failed"}},
+        {"a comma", app + "R05P,!!\n", {"from_qstring, failed to read magic"}},
+        {"another version", window + "R05PRAACAAAAAAA=\n", {"from_qstring, unsupported version:2"}},
+        {"a part of a node",
+         window + "R05PRAABAAAAAQ==\n",
+         {"GAttributes::from_stream, key read error!, at index:0",
+          "GAttributes::from_stream, read error!", "from_qstring, node deserialization failed"}},
+        {"no node", app + "\n", {}},
+        {"another type", app + "@Rect(1 2 3 4)\n", {}},
+        {"a line that is none", "no key and no value\n" + VERSION, {}},
+        {"cut in a value", VERSION + "[ui]\ntheme=\"2", {}},
+        {"cut behind a value", VERSION + "[ui]\ntheme=2", {}},
+    };
+    for (const Damage& row : rows) {
+        QFile::remove(kept_path());
+        write_file(row.node, EVERYBODY);
+        test::LogCapture log;
+        for (const std::string& error : row.errors) {
+            log.expect_error(error);
+        }
+        start_and_quit();
+        EXPECT_EQ(read_file(kept_path()), row.node) << row.name;
+        EXPECT_EQ(mode(kept_path()), 0600u) << row.name;
+        EXPECT_NE(read_file(), row.node) << row.name;
+    }
+}
+
+TEST_F(GSettingsFileTest, that_is_whole_is_not_copied) {
+    write_file(VERSION, EVERYBODY);
+    start_and_quit();
+    start_and_quit();
+    EXPECT_FALSE(QFile::exists(kept_path()));
+}
+
+TEST_F(GSettingsFileTest, is_copied_as_it_was_before_the_first_write) {
+    const QByteArray content = VERSION + "[GApplication]\napp=?!#\n\n[Window]\nWinChat2_0=?!#\n";
+    write_file(content, EVERYBODY);
+    test::LogCapture log;
+    log.expect_error("from_qstring, base64 decode failed");
+    log.expect_error("from_qstring, base64 decode failed");
+    SettingsStore store;
+    store.set_app_node(store.get_app_node());
+    store.sync();
+    EXPECT_EQ(store.get_window_node(QStringLiteral("WinChat2_0")), GNode());
+    EXPECT_EQ(read_file(kept_path()), content);
+}
+
+TEST_F(GSettingsFileTest, with_a_value_that_could_harm_is_moved_aside_unread) {
+    const QByteArray strings = R"(Variant(\0\0\0\v\xff\xff\xff\xff))";
+    const std::vector<Broken> rows = {
+        {"four billion strings", "theme=@" + strings},
+        {"four billion strings of a moment", R"(theme=@DateTime(\0\0\0\v\0\xff\xff\xff\xff))"},
+        {"lists without end",
+         "theme=@Variant(" + QByteArray(R"(\0\0\0\t\0\0\0\x1)").repeated(200000) + ")"},
+        {"a picture", R"(theme=@Variant(\0\0\0\x41\0\0\0\x1))"},
+        {"a number that begins like that of a colour", R"(theme=@Variant(\0\0\0\x43f\0\0\0\x1))"},
+        {"too short for a number", R"(theme=@Variant(\0\0\0))"},
+        {"behind another value", "theme=1, @" + strings},
+        {"in quotes", "theme=\"@" + strings + '"'},
+        {"parted by quotes", "theme=\"@Vari\" ant" + strings.mid(7)},
+        {"a hexadecimal letter", R"(theme=@Va\x72)" + strings.mid(3)},
+        {"a hexadecimal letter of many digits", R"(theme=@Va\x7000000000072)" + strings.mid(3)},
+        {"an octal letter", R"(theme=\100)" + strings},
+        {"a letter that is skipped", R"(theme=@V\qariant)" + strings.mid(7)},
+        {"a line that goes on", "theme=@Vari\\\r\nant" + strings.mid(7)},
+    };
+    for (const Broken& row : rows) {
+        const QByteArray content = VERSION + "[ui]\n" + row.content + "\n";
+        QFile::remove(kept_path());
+        write_file(content, EVERYBODY);
+        const SettingsStore store;
+        EXPECT_EQ(store.allKeys(), QStringList()) << row.name;
+        EXPECT_EQ(store.get_theme(), 1u) << row.name;
+        EXPECT_FALSE(QFile::exists(path())) << row.name;
+        EXPECT_EQ(read_file(kept_path()), content) << row.name;
+        EXPECT_EQ(mode(kept_path()), 0600u) << row.name;
+    }
+}
+
+TEST_F(GSettingsFileTest, gives_back_what_has_a_fixed_size) {
+    const QDate date(2024, 2, 29);
+    const std::vector<QVariant> values = {
+        QColor(1, 2, 3),
+        QColor(255, 255, 255),
+        0.1f,
+        date,
+        QTime(1, 2, 3),
+        QDateTime(date, QTime(1, 2, 3)),
+        QPointF(1, 2),
+        QSizeF(1, 2),
+        QRectF(1, 2, 3, 4),
+        QLineF(1, 2, 3, 4),
+    };
+    {
+        SettingsStore store;
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            store.set(QString::number(i), values[i], nullptr);
+        }
+    }
+    const SettingsStore store;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        EXPECT_EQ(store.value(QString::number(i)), values[i]) << i;
+    }
+    EXPECT_FALSE(QFile::exists(kept_path()));
 }
 
 TEST_F(GSettingsFileTest, that_cannot_be_made_leaves_the_values_of_this_run) {
@@ -228,20 +397,34 @@ TEST_F(GSettingsFileTest, on_a_full_disk_stays_as_it_was) {
     SettingsStore store;
     store.set(KEY, QString(1000, QLatin1Char('x')), nullptr);
 
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit full{100, before.rlim_max};
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &full);
-    store.sync();
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-
+    {
+        const FullDisk disk(100);
+        store.sync();
+    }
     EXPECT_EQ(read_file(), WITH_KEY);
     EXPECT_EQ(store.value(KEY).toString().size(), 1000);
     store.sync();  // there is room again
     EXPECT_GT(read_file().size(), 1000);
     EXPECT_EQ(mode(), 0600u);
+}
+
+TEST_F(GSettingsFileTest, is_written_by_the_event_loop_as_soon_as_there_is_room_again) {
+    const Application application;
+    write_file(WITH_KEY, EVERYBODY);
+    SettingsStore store;
+    {
+        const FullDisk disk(100);
+        store.set(KEY, 2, nullptr);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(read_file(), WITH_KEY);
+    }
+    store.set(KEY, 3, nullptr);
+    const QDeadlineTimer limit(20'000);
+    while (read_file() == WITH_KEY && !limit.hasExpired()) {
+        QCoreApplication::processEvents();
+        QThread::msleep(5);
+    }
+    EXPECT_EQ(read_file(), QByteArray("[General]\nkey=3\n"));
 }
 
 }  // namespace

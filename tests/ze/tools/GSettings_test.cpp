@@ -75,6 +75,17 @@ TEST_F(GSettingsTest, keeps_nodes_as_their_text) {
     EXPECT_EQ(store.value(QStringLiteral("Window/WinChat2_0")).toString(), text);
 }
 
+// The application's node is read before the application object registers the name.
+TEST_F(GSettingsTest, reads_a_node_with_the_second_name_of_the_structure_type) {
+    GNode node;
+    node.set_pod(QStringLiteral("log"), ze::log::LogConfig());
+    QByteArray bytes = QByteArray::fromBase64(node.to_base_64_string().toLatin1());
+    bytes.replace(QByteArray("\x11ze::store::GType", 17), QByteArray("\x12zek::store::GType", 18));
+    SettingsStore store;
+    store.setValue(QStringLiteral("GApplication/app"), QString::fromLatin1(bytes.toBase64()));
+    EXPECT_EQ(store.get_app_node(), node);
+}
+
 TEST_F(GSettingsTest, keeps_values_of_an_owner_under_a_key_of_their_own) {
     QObject owner;
     owner.setObjectName(QStringLiteral("panel"));
@@ -155,6 +166,18 @@ TEST_F(GSettingsTest, reads_defaults_for_values_of_another_type) {
         EXPECT_EQ(store.get_rect(KEY, QRect(1, 2, 3, 4)), QRect(1, 2, 3, 4));
         EXPECT_EQ(store.get_point(KEY, QPoint(1, 2)), QPoint(1, 2));
         EXPECT_EQ(store.get_size(KEY, QSize(3, 4)), QSize(3, 4));
+    }
+}
+
+TEST_F(GSettingsTest, reads_defaults_for_integers_out_of_range) {
+    SettingsStore store;
+    for (const char* text : {"-1", "4294967296", "18446744073709551616"}) {
+        store.set(KEY, QString::fromLatin1(text), nullptr);
+        EXPECT_EQ(store.get_uint(KEY, 5, nullptr), 5u) << text;
+    }
+    for (const char* text : {"2147483648", "-2147483649", "4294967295"}) {
+        store.set(KEY, QString::fromLatin1(text), nullptr);
+        EXPECT_EQ(store.get_int(KEY, -5, nullptr), -5) << text;
     }
 }
 
