@@ -12,9 +12,15 @@ function(layer_units target folder)
     endforeach()
 endfunction()
 
-# Headers that nearly every unit of a target includes; only for speed, and only where VORK2D_PCH asks for it.
+# layer_pch(TARGET header...) precompiles what nearly every unit of a target includes; layer_pch(TARGET FROM other) takes
+# what another target has precompiled. Only for speed, and only where VORK2D_PCH asks for it.
 function(layer_pch target)
-    if(VORK2D_PCH)
+    if(NOT VORK2D_PCH)
+        return()
+    endif()
+    if(ARGV1 STREQUAL "FROM")
+        target_precompile_headers(${target} REUSE_FROM ${ARGV2})
+    else()
         target_precompile_headers(${target} PRIVATE ${ARGN})
     endif()
 endfunction()

@@ -7,7 +7,7 @@ set(VORK2D_ORGANISATION "vork2d.example" CACHE STRING "Organisation under which 
 option(VORK2D_TESTS "Build the tests" OFF)
 option(VORK2D_BENCH "Build the benchmarks" OFF)
 option(VORK2D_FUZZ "Build the fuzz targets (clang)" OFF)
-option(VORK2D_PCH "Precompile Qt's and the standard library's headers; the check build runs without" OFF)
+option(VORK2D_PCH "Precompile Qt's and the standard library's headers" OFF)
 option(VORK2D_WERROR "Treat warnings as errors" OFF)
 set(VORK2D_SANITIZE "" CACHE STRING "Value of -fsanitize=, empty for none")
 option(VORK2D_COVERAGE "Instrument for coverage" OFF)
