@@ -1,19 +1,11 @@
 // The frame step beside the same arithmetic written as a bare loop, and beside a step of Box2D with
-// a bullet body in a field of the same shape; the painted field beside bare QPainter.
+// a bullet body in a field of the same shape.
 
-#include "ze/log/log.h"
-#include "ze/math/ViewPort.h"
-#include "ze/net/IConnectionState.h"
-#include "ze/qt/GPC.h"
-
+#include "PlayingField.h"
 #include "bare_field.h"
-#include "bare_picture.h"
-#include "vork2d/v5/PlayField.h"
 #include "vork2d/v5/PlayStats.h"
 
 #include <QApplication>
-#include <QImage>
-#include <QPainter>
 
 #include <benchmark/benchmark.h>
 #include <box2d/box2d.h>
@@ -24,29 +16,6 @@ using vork2d::v5::PlayField;
 using vork2d::v5::playStats;
 
 constexpr float DT = 0.016F;
-
-class Offline final : public ze::net::IConnectionState {
-public:
-    [[nodiscard]] bool is_connected() const override { return false; }
-};
-
-/// The field as it plays: sound off, log at ERROR.
-class Field {
-public:
-    Field() {
-        ze::log::configure();
-        ze::log::set_log_level(ze::log::ERROR);
-        field.timer.stop();
-        field.flagSound = false;
-        field.set_state_RUN(true);
-    }
-
-private:
-    Offline connection;
-
-public:
-    PlayField field{800, 400, connection};
-};
 
 struct Flight {
     glm::vec2 pos, dir;
@@ -60,7 +29,7 @@ const Flight FREE{{-20, 10}, {0.97014254F, 0.24253564F}, 160, DT, 0};
 const Flight SEVEN_BOUNCES{{-370, 0}, {0.88465F, 0.46624F}, 3100, 1, 7};
 
 void frame_step(benchmark::State& state, const Flight& flight) {
-    Field game;
+    PlayingField game;
     PlayField& field = game.field;
     playStats = {};
     for (auto _ : state) {
@@ -98,7 +67,7 @@ constexpr int FRAMES_OF_A_RALLY = 1000;
 const Flight SERVE{{-370, 0}, {0.88465F, 0.46624F}, 160, DT, 0};
 
 void rally(benchmark::State& state) {
-    Field game;
+    PlayingField game;
     PlayField& field = game.field;
     field.ball.velocity = SERVE.velocity;
     int frame = 0;
@@ -181,44 +150,12 @@ void bounces_bare(benchmark::State& state) {
     bare_step(state, SEVEN_BOUNCES);
 }
 
-// One painted frame
-
-class Picture {
-public:
-    Picture() { image.fill(Qt::black); }
-
-private:
-    QImage image{800, 400, QImage::Format_ARGB32_Premultiplied};
-
-public:
-    QPainter painter{&image};
-};
-
-void paint_field(benchmark::State& state) {
-    Field game;
-    Picture picture;
-    for (auto _ : state) {
-        ze::qt::GPC gpc(picture.painter);
-        game.field.setup_transform(gpc, ze::math::ViewPort(800, 400));
-        game.field.draw(gpc, ze::math::Rect(-400, -200, 800, 400));
-    }
-}
-
-void paint_bare(benchmark::State& state) {
-    Picture picture;
-    for (auto _ : state) {
-        bare_picture(picture.painter, {800, 400}, {0, 0});
-    }
-}
-
 BENCHMARK(free_flight)->Name("frame_step/ours");
 BENCHMARK(free_flight_bare)->Name("frame_step/peer");
 BENCHMARK(bounces)->Name("frame_step_7_bounces/ours");
 BENCHMARK(bounces_bare)->Name("frame_step_7_bounces/peer");
 BENCHMARK(rally)->Name("frame_step_of_a_rally/ours");
 BENCHMARK(rally_of_box2d)->Name("frame_step_of_a_rally/peer");
-BENCHMARK(paint_field)->Name("field_painted/ours");
-BENCHMARK(paint_bare)->Name("field_painted/peer");
 
 }  // namespace
 
