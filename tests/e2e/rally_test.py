@@ -160,6 +160,7 @@ class OfflineTest(unittest.TestCase):
         client = self.stage.client("vork2D/v5")
         self.assertEqual(client.shape(client.window("vork2D/v5")), (800, 600))
         client.wait_line("Window, theme DARK")
+        self.assertIn(("DEB", "user 'group1:Nilo'"), client.log())
         settings = client.config / "vork2d.example" / "vork2d.conf"
         client.wait_line(f"GSettings::check_update_config, current version:99, version expected:110 {settings}")
         client.wait_line("GSettings::check_update_config - CLEAR")
