@@ -1,5 +1,5 @@
-// The painted field beside bare QPainter. In a program of its own: where painting and the frame step
-// take turns in one process, the few nanoseconds of the step double.
+// The painted field beside bare QPainter. In a program of its own: where painting and the frame
+// step take turns in one process, the few nanoseconds of the step double.
 
 #include "ze/math/ViewPort.h"
 #include "ze/qt/GPC.h"
