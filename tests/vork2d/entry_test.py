@@ -1,6 +1,7 @@
 """What the built program answers before it has a window, and what it makes of its command line."""
 
 import os
+import pathlib
 import subprocess
 import tempfile
 import unittest
@@ -21,14 +22,14 @@ class Entry(unittest.TestCase):
 
     def line_after(self, *arguments, with_text):
         """The first line of the log that holds the text, from there on."""
-        program = subprocess.Popen([PROGRAM, *arguments], env=self.environment, text=True,
-                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        self.addCleanup(program.stdout.close)
-        self.addCleanup(program.wait, LIMIT)
-        self.addCleanup(program.kill)
-        for line in program.stdout:
-            if with_text in line:
-                return line[line.index(with_text):].rstrip("\n")
+        with subprocess.Popen([PROGRAM, *arguments], env=self.environment, text=True,
+                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as program:
+            try:
+                for line in program.stdout:
+                    if with_text in line:
+                        return line[line.index(with_text):].rstrip("\n")
+            finally:
+                program.kill()
         self.fail(f"the program ended without a line that holds {with_text!r}")
 
     def test_help_and_version_need_no_display(self):
@@ -41,6 +42,21 @@ class Entry(unittest.TestCase):
                                       capture_output=True, timeout=LIMIT)
                 self.assertEqual((done.returncode, done.stderr), (0, ""))
                 self.assertRegex(done.stdout, answer)
+
+    def test_damaged_settings_are_kept_aside_and_the_program_starts(self):
+        version = "version expected:110 "
+        settings = pathlib.Path(self.line_after(with_text=version).removeprefix(version))
+        kept = settings.with_name(settings.name + ".unreadable")
+        for content in (b"\0" * 100,
+                        b"[config]\nversion=110\n[GApplication]\napp=R05P\n",
+                        b"[config]\nversion=@Variant(\\0\\0\\0\\v\\xff\\xff\\xff\\xff)\n",
+                        b"[config]\nversion=@Variant(\\0\\0\\0\\x41\\0\\0\\0\\x1)\n"):
+            with self.subTest(content):
+                kept.unlink(missing_ok=True)
+                settings.parent.mkdir(exist_ok=True)
+                settings.write_bytes(content)
+                self.line_after(with_text="user '")
+                self.assertEqual(kept.read_bytes(), content)
 
     def test_the_user_is_told_and_has_a_default(self):
         self.assertEqual(self.line_after(with_text="user '"), "user 'group1:Nilo'")
