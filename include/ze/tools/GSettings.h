@@ -82,6 +82,9 @@ public:
     /// Removes every key, on disk too.
     void clear_config();
 
+    /// Removes the copy of a damaged settings file too, where one was kept.
+    void remove_unreadable_file();
+
     /// True when the store was older than the minimum: its version is raised, and its keys are
     /// removed if `clearIfOlder`. A file without a readable version is copied before.
     bool check_update_config(unsigned minimum, bool clearIfOlder);

@@ -178,6 +178,7 @@ void GApp::on_about_to_quit() const {
 void GApp::reset_settings_and_quit() {
     ze::pp("GApp::reset_settings_and_quit");
     GSettings::instance().clear_config();
+    GSettings::instance().remove_unreadable_file();
     if (gApp != nullptr) {
         gApp->flagReset = true;
     }

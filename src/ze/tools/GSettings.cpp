@@ -54,7 +54,12 @@ bool has_room(const QString& name) {
 }
 
 QString place_of_unreadable(const QString& name) {
-    QString place = name + QStringLiteral(".unreadable");
+    return name + QStringLiteral(".unreadable");
+}
+
+/// The place of the copy, free of an older one.
+QString free_place_of_unreadable(const QString& name) {
+    QString place = place_of_unreadable(name);
     QFile::remove(place);
     return place;
 }
@@ -135,7 +140,7 @@ void GSettings::look_for_damage() {
     }
     const QByteArray content = file.readAll();
     if (has_unsafe_variant(content)) {
-        isKept = file.rename(place_of_unreadable(fileName()));
+        isKept = file.rename(free_place_of_unreadable(fileName()));
         QSettings::sync();  // forgets the lines
         return;
     }
@@ -146,9 +151,13 @@ void GSettings::look_for_damage() {
     }
 }
 
+void GSettings::remove_unreadable_file() {
+    QFile::remove(place_of_unreadable(fileName()));
+}
+
 void GSettings::keep_unreadable_file() const {
     if (IS_PLAIN_FILE && !isKept) {
-        isKept = QFile::copy(fileName(), place_of_unreadable(fileName()));
+        isKept = QFile::copy(fileName(), free_place_of_unreadable(fileName()));
     }
 }
 

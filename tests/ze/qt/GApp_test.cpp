@@ -235,11 +235,15 @@ TEST_F(WithApp, after_a_reset_nothing_is_stored_though_a_window_closed_since) {
     window.show();
     window.settingsNode.set(QStringLiteral("pw"), QStringLiteral("secret"));
     GApp::sync_app_settings(true);
+    settings.sync();
+    QFile kept(settings.fileName() + QStringLiteral(".unreadable"));
+    ASSERT_TRUE(kept.open(QIODevice::WriteOnly));
     QMetaObject::invokeMethod(
         &*app, [] { GApp::reset_settings_and_quit(); }, Qt::QueuedConnection);
     EXPECT_EQ(QCoreApplication::exec(), 0);
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(settings.allKeys(), QStringList());
+    EXPECT_FALSE(kept.exists());
     prepare(110);  // the next start, which may keep a copy of what it takes for damaged
     for (const char* copy : {"", ".unreadable"}) {
         QFile file(settings.fileName() + QLatin1String(copy));
