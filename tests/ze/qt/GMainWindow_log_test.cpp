@@ -353,9 +353,12 @@ TEST_F(WindowLog, the_menu_has_the_colours_of_its_window) {
     window.show();
     window.on_menu_options();
     auto* menu = window.findChild<GMenu*>();
+    auto* themes = entry_of(menu, "Theme")->menu();
+    themes->popup(QPoint());
     const QColor dark = window.palette().color(QPalette::Window);
     EXPECT_EQ(menu->palette().color(QPalette::Window), dark);
-    EXPECT_EQ(entry_of(menu, "Theme")->menu()->palette().color(QPalette::Window), dark);
+    EXPECT_EQ(themes->palette().color(QPalette::Window), dark);
+    themes->close();
     menu->close();
 }
 

@@ -1,5 +1,6 @@
-// The one filter that sees every event of the application: it feeds the touch automaton and can
-// print events while somebody hunts a problem. It never consumes an event.
+// The one filter that sees every event of the application: it feeds the touch automaton, gives
+// menus, lists and tool tips the colours of their window, and can print events while somebody hunts
+// a problem. It never consumes an event.
 #pragma once
 
 #include "ze/qt/event/GTouchAutomat.h"

@@ -16,7 +16,6 @@ GMenu* GMenu::gen_menu(QWidget* parent, unsigned width) {
     auto* const menu = new GMenu(parent);
     if (parent != nullptr) {
         menu->setFont(parent->font());
-        menu->setPalette(parent->palette());  // a popup does not inherit the theme of its window
     }
     menu->setStyleSheet(
         QStringLiteral("QMenu::separator { height: 1px; background: #707070; margin: 6px 10px; }"));
@@ -27,7 +26,6 @@ GMenu* GMenu::gen_menu(QWidget* parent, unsigned width) {
 GMenu* GMenu::gen_sub_menu(const QString& title, unsigned width) {
     auto* const menu = new GMenu(title, this);
     menu->setFont(font());
-    menu->setPalette(palette());
     menu->set_width(width);
     addMenu(menu);
     return menu;

@@ -3,6 +3,8 @@
 #include "ze/tools/format.h"
 
 #include <QMetaEnum>
+#include <QPalette>
+#include <QWidget>
 
 #include <iostream>
 #include <string>
@@ -14,6 +16,22 @@ namespace {
 bool is_touch(QEvent::Type type) noexcept {
     return type == QEvent::TouchBegin || type == QEvent::TouchUpdate || type == QEvent::TouchEnd ||
            type == QEvent::TouchCancel;
+}
+
+/// A pop-up is a window of its own: by itself it would show the application's colours, not those
+/// of the window that it belongs to.
+void hand_down_theme(QObject* obj) {
+    auto* const popup = qobject_cast<QWidget*>(obj);
+    if (popup == nullptr || popup->parentWidget() == nullptr) {
+        return;
+    }
+    if (popup->windowType() == Qt::Popup || popup->windowType() == Qt::ToolTip) {
+        QPalette theme = popup->parentWidget()->window()->palette();
+        // A style may draw the rim of disabled text in this, and a theme need not have set it.
+        theme.setBrush(QPalette::Disabled, QPalette::Light,
+                       theme.brush(QPalette::Active, QPalette::Light));
+        popup->setPalette(theme);
+    }
 }
 
 std::string object_text(const QObject* obj) {
@@ -70,6 +88,9 @@ bool EventFilter::eventFilter(QObject* obj, QEvent* ev) {
     // window has it once.
     if (is_touch(ev->type()) && obj->isWindowType()) {
         automat.process_event(ev);
+    }
+    if (ev->type() == QEvent::Show) {
+        hand_down_theme(obj);
     }
     if (flagDump && is_dumped(obj, ev)) {
         // Not through the log: a line in the log view causes events of its own while the log is

@@ -2,12 +2,17 @@
 
 #include "support/LogCapture.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QDialog>
 #include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
 #include <QPointingDevice>
 #include <QTest>
+#include <QToolTip>
 #include <QWidget>
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -55,6 +60,26 @@ protected:
     EventFilter filter{nullptr};
     QObject plain;
     QObject named;
+};
+
+// A window with colours of its own, and in it an edit with yet another background.
+class EventFilterTheme : public testing::Test {
+protected:
+    EventFilterTheme() {
+        log.ignore("");
+        window.setPalette(OWN);
+        edit.setPalette(Qt::transparent);
+        window.show();
+        qApp->installEventFilter(&filter);
+    }
+
+    static QColor ground(const QWidget* widget) { return widget->palette().color(QPalette::Base); }
+
+    const QPalette OWN{Qt::darkGreen};
+    test::LogCapture log;
+    EventFilter filter{nullptr};
+    QWidget window;
+    QLineEdit edit{&window};
 };
 
 }  // namespace
@@ -149,4 +174,49 @@ TEST(EventFilter, hands_each_touch_of_the_application_to_the_automaton_once) {
     QTest::touchEvent(&window, device).release(0, QPoint(23, 24));
 
     EXPECT_EQ(deltas, std::vector<QPointF>{QPointF(3, 4)});
+}
+
+TEST_F(EventFilterTheme, a_menu_and_its_sub_menu_have_the_colours_of_their_window) {
+    QMenu menu(&edit);
+    QMenu* const sub = menu.addMenu(QStringLiteral("sub"));
+    menu.popup(QPoint());
+    sub->popup(QPoint());
+    EXPECT_EQ(ground(&menu), ground(&window));
+    EXPECT_EQ(ground(sub), ground(&window));
+}
+
+TEST_F(EventFilterTheme, a_menu_follows_its_window_into_another_theme) {
+    QMenu menu(&window);
+    menu.popup(QPoint());
+    menu.close();
+    window.setPalette(Qt::darkRed);
+    menu.popup(QPoint());
+    EXPECT_EQ(ground(&menu), ground(&window));
+}
+
+TEST_F(EventFilterTheme, a_disabled_entry_of_a_menu_has_no_bright_rim) {
+    QPalette theme = OWN;
+    theme.setColor(QPalette::Active, QPalette::Light, Qt::darkGray);
+    theme.setColor(QPalette::Disabled, QPalette::Light, Qt::white);
+    window.setPalette(theme);
+    QMenu menu(&window);
+    menu.popup(QPoint());
+    EXPECT_EQ(menu.palette().color(QPalette::Disabled, QPalette::Light), QColor(Qt::darkGray));
+}
+
+TEST_F(EventFilterTheme, a_tool_tip_has_the_colours_of_its_window) {
+    QToolTip::showText(QPoint(), QStringLiteral("tip"), &edit);
+    const QWidgetList all = QApplication::topLevelWidgets();
+    const auto tip = std::find_if(all.begin(), all.end(), [](const QWidget* widget) {
+        return widget->inherits("QTipLabel") && widget->isVisible();
+    });
+    ASSERT_NE(tip, all.end());
+    EXPECT_EQ(ground(*tip), ground(&window));
+}
+
+TEST_F(EventFilterTheme, a_dialog_keeps_the_colours_that_it_was_given) {
+    QDialog dialog(&window);
+    const QColor before = ground(&dialog);
+    dialog.show();
+    EXPECT_EQ(ground(&dialog), before);
 }
