@@ -8,6 +8,7 @@
 namespace ze::qt {
 
 GDock::GDock(const QString& title, QWidget* parent) : QDockWidget(title, parent) {
+    setAttribute(Qt::WA_WindowPropagation);  // afloat it is a window, and keeps the theme
     connect_listeners();
 }
 

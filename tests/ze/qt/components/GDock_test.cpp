@@ -2,6 +2,8 @@
 
 #include "support/LogCapture.h"
 
+#include <QMainWindow>
+
 #include <string>
 #include <vector>
 
@@ -20,6 +22,17 @@ TEST(GDock, areas_and_features_have_their_words) {
                                   QDockWidget::DockWidgetFloatable),
         "Closable | Movable | Floatable");
     EXPECT_EQ(GDock::features_to_string(QDockWidget::DockWidgetFloatable), "Floatable");
+}
+
+TEST(GDock, afloat_it_follows_the_colours_of_its_window) {
+    test::LogCapture log;
+    log.ignore("");
+    QMainWindow window;
+    auto* const dock = new GDock(QStringLiteral("Dock"), &window);
+    window.addDockWidget(Qt::LeftDockWidgetArea, dock);
+    dock->setFloating(true);
+    window.setPalette(Qt::darkGreen);
+    EXPECT_EQ(dock->palette().color(QPalette::Window), window.palette().color(QPalette::Window));
 }
 
 TEST(GDock, each_signal_is_logged_and_reaches_its_listener) {
