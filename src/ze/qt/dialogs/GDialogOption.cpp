@@ -17,6 +17,7 @@ namespace ze::qt {
 namespace {
 
 constexpr const char* SOURCE = "src/ze/qt/dialogs/GDialogOption";
+constexpr int MARGIN = 9;                // pixels around the rows
 constexpr int LABEL_WIDTH = 80;          // pixels, so that the boxes stand below each other
 constexpr unsigned FONT_SIZE_FIRST = 8;  // points
 constexpr unsigned FONT_SIZE_LAST = 16;
@@ -66,6 +67,7 @@ void GDialogOption::ini() {
     setAttribute(Qt::WA_DeleteOnClose);
     setModal(true);
     GPanel* rows = gen_main_panel(GLAYOUT::VERTICAL);
+    rows->set_margins(MARGIN);
     gen_row_level(rows);
     gen_row_font_size(rows);
     gen_row_scroll(rows);
