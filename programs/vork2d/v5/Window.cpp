@@ -45,6 +45,11 @@ constexpr float FIELD_WIDTH = 800.0F;   // field units
 constexpr float FIELD_HEIGHT = 400.0F;  // field units
 constexpr int FIELD_MIN_PIXELS = 100;
 constexpr int CHAT_MIN_PIXELS = 50;
+// Pixels that each has when it is first shown, as far as the window goes: left to itself the chat
+// and the log would leave the field its least height.
+constexpr int FIELD_SHARE = 400;
+constexpr int CHAT_SHARE = 130;
+constexpr int LOG_SHARE = 200;
 constexpr int CHAT_LABEL_PIXELS = 40;
 constexpr int STATUS_PIXELS = 20;
 constexpr unsigned START_MARGIN_PIXELS = 16;
@@ -81,6 +86,7 @@ void Window::ini() {
     setup_pan_control();
     gen_log_panel(splitter);
     splitter->setStretchFactor(0, 1);  // a larger window gives its room to the field
+    splitter->setSizes({FIELD_SHARE, CHAT_SHARE, LOG_SHARE});
     setup_pan_buttons(panMain);
     playField->flagSound = settingsNode.is_flag(QStringLiteral("sound"), true);
     panChat->set_visible(settingsNode.is_flag(QStringLiteral("chatPanel"), false));

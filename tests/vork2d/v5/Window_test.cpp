@@ -1,6 +1,7 @@
 #include "vork2d/v5/Window.h"
 
 #include "ze/net/GMessage.h"
+#include "ze/qt/GPanelLogView.h"
 #include "ze/qt/GSoundEffect.h"
 
 #include "WindowFixture.h"
@@ -42,6 +43,19 @@ TEST_F(WindowTest, starts_offline_with_the_field_in_front) {
     EXPECT_FALSE(window.buttonSend->isEnabled());
     EXPECT_EQ(window.playField->timer.interval(), 16);
     EXPECT_EQ(window.labelInvitation->text(), QStringLiteral("You are online 'Odo'\n"));
+}
+
+TEST_F(WindowTest, the_field_stays_the_largest_beside_chat_and_log) {
+    for (const QSize size : {QSize(420, 500), QSize(800, 600), QSize(1400, 900)}) {
+        window.resize(size);
+        window.panChat->set_visible(true);
+        window.get_panel_log_view()->set_enabled(true);
+        QCoreApplication::processEvents();
+        EXPECT_GT(window.panStack->height(), window.panChat->height()) << size.height();
+        EXPECT_GT(window.panStack->height(), window.get_panel_log_view()->height())
+            << size.height();
+        EXPECT_GT(window.panStack->height(), size.height() * 2 / 5) << size.height();
+    }
 }
 
 TEST_F(WindowTest, its_row_of_buttons_tells_what_they_do) {
