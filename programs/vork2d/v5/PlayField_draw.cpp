@@ -34,6 +34,7 @@ void PlayField::draw(ze::qt::GPC& gpc, const ze::math::Rect& rect) {
 }
 
 void PlayField::draw_labels(ze::qt::GPC& gpc, const ze::math::Rect& rect) const {
+    gpc.set_font_point_size(static_cast<float>(fontSize));  // measured as it is drawn
     const float xLeft = rect.left() + LABEL_MARGIN;
     const float xRight = rect.right() - LABEL_MARGIN - gpc.measure_string(textRight).width;
     const QColor white = QColor::fromRgba(LABEL_WHITE);

@@ -153,6 +153,16 @@ TEST_F(PlayFieldDraw, a_larger_font_gives_larger_labels) {
     EXPECT_GT(count(picture(), QRect(50, 0, 200, 60), is_yellowish), 2 * small);
 }
 
+TEST_F(PlayFieldDraw, a_long_name_on_the_right_is_not_cut) {
+    field.textRight = QStringLiteral("MMMMMMMMMMMM:12");
+    for (const int size : {10, 16, 20}) {
+        field.fontSize = size;
+        const QImage image = picture();
+        EXPECT_GT(count(image, QRect(735, 10, 15, 40), is_greyish), 0) << size;
+        EXPECT_EQ(count(image, QRect(751, 10, 49, 40), is_greyish), 0) << size;
+    }
+}
+
 TEST_F(PlayFieldDraw, every_picture_counts_as_a_frame) {
     vork2d::v5::playStats.frames = 5;
     static_cast<void>(picture());
