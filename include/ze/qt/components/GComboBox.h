@@ -28,6 +28,8 @@ public:
     /// Shows the functions of a model, which is not owned, and runs the one that is chosen.
     void set_functor_model(GFunctorModel* pModel);
 
+    void showPopup() override;
+
 private:
     QPointer<GFunctorModel> functorModel;  // may be another's, and go before the box
     QMetaObject::Connection trigger;

@@ -3,6 +3,7 @@
 #include "ze/log/exits.h"
 #include "ze/qt/components/GFunctorModel.h"
 
+#include <QAbstractItemView>
 #include <QSignalBlocker>
 
 #include <utility>
@@ -39,6 +40,12 @@ void GComboBox::set_functor_model(GFunctorModel* pModel) {
     setModel(pModel);
     trigger = connect(this, &QComboBox::currentIndexChanged, pModel,
                       [pModel](int index) { pModel->trigger_at(index); });
+}
+
+void GComboBox::showPopup() {
+    // The entries take only what the list has of its own; the rest would be the application's.
+    view()->setPalette(window()->palette());
+    QComboBox::showPopup();
 }
 
 }  // namespace ze::qt

@@ -2,6 +2,9 @@
 
 #include "ze/qt/components/GFunctorModel.h"
 
+#include <QAbstractItemView>
+#include <QImage>
+
 #include <string>
 #include <vector>
 
@@ -25,6 +28,21 @@ TEST(GComboBox, a_change_fires_index_and_text) {
     box.setCurrentIndex(1);
     EXPECT_EQ(texts, Texts{"b"});
     EXPECT_EQ(indexes, std::vector<int>{1});
+}
+
+TEST(GComboBox, its_list_has_the_colours_of_its_window) {
+    QWidget window;
+    QPalette theme;
+    theme.setColor(QPalette::Window, Qt::darkGreen);
+    window.setPalette(theme);
+    GComboBox box(&window);
+    box.addItems({QStringLiteral("a"), QStringLiteral("b")});
+    box.setCurrentIndex(1);  // the first entry is not the highlighted one
+    window.show();
+    box.showPopup();
+    const QRect first = box.view()->visualRect(box.model()->index(0, 0));
+    const QImage list = box.view()->viewport()->grab().toImage();
+    EXPECT_EQ(list.pixelColor(list.width() - 2, first.center().y()), QColor(Qt::darkGreen));
 }
 
 TEST(GComboBox, choosing_an_entry_runs_its_function_and_adding_it_does_not) {
