@@ -5,8 +5,6 @@
 #include "bare_field.h"
 #include "vork2d/v5/PlayStats.h"
 
-#include <QApplication>
-
 #include <benchmark/benchmark.h>
 #include <box2d/box2d.h>
 
@@ -158,10 +156,3 @@ BENCHMARK(rally)->Name("frame_step_of_a_rally/ours");
 BENCHMARK(rally_of_box2d)->Name("frame_step_of_a_rally/peer");
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-}

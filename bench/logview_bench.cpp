@@ -6,7 +6,6 @@
 #include "ze/qt/GLogView.h"
 #include "ze/qt/GPanelLogView.h"
 
-#include <QApplication>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -101,11 +100,3 @@ BENCHMARK(at_the_limit<BareView>)->Name("log_view_limit/peer");
 BENCHMARK(line_filtered_by_the_panel);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-}

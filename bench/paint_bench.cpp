@@ -7,7 +7,6 @@
 #include "PlayingField.h"
 #include "bare_picture.h"
 
-#include <QApplication>
 #include <QImage>
 #include <QPainter>
 
@@ -47,10 +46,3 @@ BENCHMARK(paint_field)->Name("field_painted/ours");
 BENCHMARK(paint_bare)->Name("field_painted/peer");
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-}
