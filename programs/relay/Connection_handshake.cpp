@@ -57,8 +57,7 @@ void Connection::on_handshake_deadline() {
         answer(REASON, http::status::request_timeout, "The handshake took too long.\n");
         return;
     }
-    shared_.metrics.refuse(REASON);
-    shared_.log.event("refused", {{"reason", info(REASON).word}, {"address", session_.address}});
+    shared_.onDrop(REASON, session_.address);
     end();
 }
 

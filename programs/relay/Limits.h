@@ -15,8 +15,10 @@ struct Limits {
     std::size_t connectionsPerAddress = 64;  ///< an IPv6 /64 network counts as one address
     std::size_t halfOpen = 256;              ///< accepted, but not yet through TLS and upgrade
     std::size_t halfOpenPerAddress = 64;     ///< so that no address alone can take them all
-    std::size_t framesPerSecond = 2500;      ///< per connection, control frames included
-    std::size_t bytesPerSecond = 1 << 20;    ///< per connection, as they come off the wire
+    /// Per connection, control frames and the pieces of a message included; empty pieces, which the
+    /// WebSocket layer swallows, count by their bytes alone.
+    std::size_t framesPerSecond = 2500;
+    std::size_t bytesPerSecond = 1 << 20;  ///< per connection, as they come off the wire
     std::size_t burstSeconds = 4;        ///< a stalled line may deliver this much of either at once
     std::size_t frameSize = 16 << 10;    ///< bytes of one message
     std::size_t queuedOutput = 1 << 20;  ///< bytes not yet taken by the kernel, per connection

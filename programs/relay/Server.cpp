@@ -157,16 +157,17 @@ void Server::admit(TlsStream::Socket socket, const Endpoint& from) {
 }
 
 // Before the end of the TLS handshake there are no words to tell it with. A flood of these leaves
-// one line a second.
+// one line a second for each reason, with the address of the last.
 void Server::drop(Reason reason, const std::string& address) {
     metrics_.refuse(reason);
-    ++dropsUnlogged_;
+    Drops& drops = drops_[reason];
+    ++drops.unlogged;
     const TimePoint now = Clock::now();
-    if (now - tmDropLogged_ >= DROP_LOG_PAUSE) {
+    if (now - drops.tmLogged >= DROP_LOG_PAUSE) {
         log_.event("dropped", {{"reason", info(reason).word},
                                {"address", address},
-                               {"count", std::exchange(dropsUnlogged_, 0)}});
-        tmDropLogged_ = now;
+                               {"count", std::exchange(drops.unlogged, 0)}});
+        drops.tmLogged = now;
     }
 }
 

@@ -11,6 +11,7 @@
 #include "Options.h"
 #include "StatusServer.h"
 
+#include <map>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -67,8 +68,11 @@ private:
     std::unique_ptr<StatusServer> status_;
     std::unordered_map<Connection*, std::shared_ptr<Connection>> connections_;
     std::size_t halfOpen_ = 0;
-    TimePoint tmDropLogged_{};
-    std::size_t dropsUnlogged_ = 0;
+    struct Drops {
+        TimePoint tmLogged{};
+        std::size_t unlogged = 0;
+    };
+    std::map<Reason, Drops> drops_;
     bool flagShuttingDown_ = false;
 };
 

@@ -41,7 +41,7 @@ public:
                        QStringLiteral("--frames-per-second"), QStringLiteral("1000000"),
                        QStringLiteral("--bytes-per-second"), QStringLiteral("1000000000"),
                        QStringLiteral("--queued-output"), QStringLiteral("100000000"),
-                       QStringLiteral("--login-seconds"), QStringLiteral("1"),
+                       QStringLiteral("--login-seconds"), QStringLiteral("2"),
                        QStringLiteral("--ping-seconds"), QStringLiteral("1"),
                        QStringLiteral("--silence-seconds"), QStringLiteral("4"),
                        QStringLiteral("--state-dir"), folder.path()});
@@ -165,6 +165,8 @@ TEST_F(RelayWithGame, each_player_finds_the_other) {
 TEST_F(RelayWithGame, ten_thousand_messages_arrive_each_way_in_order) {
     constexpr int COUNT = 10'000;
     pair();
+    first.flagAnswersPings = true;
+    second.flagAnswersPings = true;
     first.texts.clear();
     second.texts.clear();
     for (int number = 0; number < COUNT; ++number) {

@@ -147,7 +147,7 @@ class HalfOpen(RelayTest):
         for one in idle[:3]:
             one.settimeout(LIMIT)
             self.assertEqual(one.recv(1), b"", "the others end in time")
-        self.relay.wait_for_line('refused reason="handshake_timeout"')
+        self.relay.wait_for_line('dropped reason="handshake_timeout"')
         client = await self.relay.member("g:a")
         await client.close()
         for one in idle:
