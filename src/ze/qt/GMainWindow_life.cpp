@@ -98,9 +98,16 @@ void GMainWindow::keep_reachable() {
             const QSize shown = candidate->availableGeometry().intersected(title).size();
             return shown.width() >= needed.width() && shown.height() >= needed.height();
         });
-    if (!reachable && !screens.isEmpty()) {
-        move(screens.first()->availableGeometry().topLeft());
+    if (reachable || screens.isEmpty()) {
+        return;
     }
+    const QScreen* const own = QGuiApplication::screenAt(frame.center());
+    if (own == nullptr) {
+        move(screens.first()->availableGeometry().topLeft());
+        return;
+    }
+    const QPoint corner = own->availableGeometry().topLeft();
+    move(std::max(frame.left(), corner.x()), std::max(frame.top(), corner.y()));
 }
 
 void GMainWindow::save_state() {

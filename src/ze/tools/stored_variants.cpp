@@ -23,7 +23,7 @@ QChar escaped_char(const QString& digits, int base) {
 // The letters that QSettings finds, without all that can stand between them.
 QString unescaped(const QString& text) {
     static const QRegularExpression escape(
-        QStringLiteral(R"(\\x([0-9a-fA-F]+)|\\([0-7]+)|\\.|["\s])"),
+        QStringLiteral(R"(\\x([0-9a-fA-F]+)|\\([0-7]+)|\\.|["\s\x{80}-\x{ff}])"),
         QRegularExpression::DotMatchesEverythingOption);
     QString plain;
     qsizetype end = 0;

@@ -355,6 +355,15 @@ TEST_F(MainWindow, bounds_off_every_screen_keep_their_size_and_move_onto_one) {
     }
 }
 
+TEST_F(MainWindow, bounds_above_a_screen_move_down_and_no_further) {
+    GApp::argv.set(QStringLiteral("__bounds"), QStringLiteral("100,-30,300,200"));
+    ProbeWindow window;
+    window.show();
+    EXPECT_EQ(window.geometry().x(), 100);
+    EXPECT_EQ(window.frameGeometry().y(),
+              QGuiApplication::primaryScreen()->availableGeometry().y());
+}
+
 TEST_F(MainWindow, bounds_that_leave_a_part_of_the_title_bar_on_a_screen_stay) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     const QPoint places[] = {screen.topLeft(), QPoint(-200, 50),

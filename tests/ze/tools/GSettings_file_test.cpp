@@ -337,6 +337,9 @@ TEST_F(GSettingsFileTest, with_a_value_that_could_harm_is_moved_aside_unread) {
         {"a hexadecimal letter of many digits", R"(theme=@Va\x7000000000072)" + strings.mid(3)},
         {"an octal letter", R"(theme=\100)" + strings},
         {"a letter that is skipped", R"(theme=@V\qariant)" + strings.mid(7)},
+        {"a mark that the decoder drops", QByteArray("theme=\\x40\xEF\xBB\xBF") + strings},
+        {"half a letter that the decoder drops",
+         QByteArray("theme=@Variant\xEF\\x28") + strings.mid(8)},
         {"a line that goes on", "theme=@Vari\\\r\nant" + strings.mid(7)},
     };
     for (const Broken& row : rows) {
