@@ -39,7 +39,7 @@ QString paddle_hit() {
 
 struct PlayField::FrameMotion {
     glm::vec2 ptStart;    // of the current sub-step
-    glm::vec2 posBefore;  // start of the last sub-step that was flown
+    glm::vec2 posBefore;  // start of the last sub-step that was searched
     glm::vec2 vRemain;    // what this frame has still to fly
     unsigned cGuard = 0;
 };

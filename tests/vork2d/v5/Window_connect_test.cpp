@@ -21,10 +21,6 @@ protected:
     [[nodiscard]] bool wait_for_no_dialog() {
         return QTest::qWaitFor([this] { return window.diaConn.isNull(); });
     }
-    [[nodiscard]] bool has_line_with_level(const std::string& line) const {
-        const auto lines = log.lines_with_level();
-        return std::find(lines.begin(), lines.end(), line) != lines.end();
-    }
     /// A relay's "join" of the second player.
     void send_join() {
         relay.send_chat(QStringLiteral("join"), QStringLiteral("g:Ben"), QStringLiteral("is here"));

@@ -14,9 +14,11 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QStandardItemModel>
+#include <QTimer>
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -472,23 +474,29 @@ TEST_F(WindowTest, an_orientation_that_arrives_during_a_rally_is_an_error_and_is
 }
 
 TEST_F(WindowTest, a_speed_change_shows_for_a_second) {
+    const QElapsedTimer watch = started_watch();
     window.set_travel_time(2000);
     EXPECT_EQ(window.playField->textInfo, QStringLiteral("speed:2000"));
     EXPECT_EQ(window.playField->tm_travel(), 2000U);
-    const QElapsedTimer watch = started_watch();
     EXPECT_TRUE(QTest::qWaitFor([this] { return window.playField->textInfo.isEmpty(); }));
     EXPECT_GE(watch.elapsed(), 990);
 }
 
 TEST_F(WindowTest, a_speed_change_clears_its_text_though_a_later_one_has_put_its_own) {
-    const QElapsedTimer watch = started_watch();
     window.set_travel_time(2000);
-    QTest::qWait(500);
+    QTest::qWait(100);
     window.set_travel_time(1000);
-    const qint64 second = watch.elapsed();
     EXPECT_EQ(window.playField->textInfo, QStringLiteral("speed:1000"));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window.playField->textInfo.isEmpty(); }));
-    EXPECT_LT(watch.elapsed(), second + 990) << "the first change's second was over";
+    // Timers fire in the order of their times, however busy the machine is: this one stands between
+    // the end of the first change's second and that of the second change's.
+    std::optional<bool> isCleared;
+    QTimer::singleShot(990, &window, [this, &isCleared] {
+        QMetaObject::invokeMethod(
+            &window, [this, &isCleared] { isCleared = window.playField->textInfo.isEmpty(); },
+            Qt::QueuedConnection);
+    });
+    ASSERT_TRUE(QTest::qWaitFor([&isCleared] { return isCleared.has_value(); }));
+    EXPECT_TRUE(*isCleared);
 }
 
 TEST_F(WindowTest, a_speed_change_while_connected_goes_out) {
