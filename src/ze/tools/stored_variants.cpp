@@ -43,6 +43,10 @@ QString unescaped(const QString& text) {
 }  // namespace
 
 bool has_unsafe_variant(const QByteArray& file) {
+    // As nearly every file is: the start does not grow with the size of the settings.
+    if (!file.contains('@') && !file.contains('\\')) {
+        return false;
+    }
     const QString text = unescaped(without_safe_variants(QString::fromLatin1(file)));
     return text.contains(QLatin1String("@Variant(")) || text.contains(QLatin1String("@DateTime("));
 }
