@@ -1,7 +1,10 @@
 #include "ze/tools/str.h"
 
+#include <QTemporaryDir>
+
 #include <array>
 #include <clocale>
+#include <cstdlib>
 #include <limits>
 
 #include <gtest/gtest.h>
@@ -149,13 +152,18 @@ TEST(format_real, has_the_decimals_asked_for) {
 }
 
 TEST(format_real, has_a_dot_where_it_is_told_to) {
-    const char* const locale = std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
-    if (locale == nullptr) {
-        GTEST_SKIP() << "no locale with a decimal comma";
-    }
+    // Few machines have a locale with a decimal comma: this one is made for the test.
+    const QTemporaryDir locales;
+    const std::string place = locales.path().toStdString();
+    const std::string command =
+        "localedef --no-archive -i de_DE -f UTF-8 '" + place + "/de_DE.UTF-8'";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    ASSERT_EQ(setenv("LOCPATH", place.c_str(), 1), 0);
+    ASSERT_NE(std::setlocale(LC_NUMERIC, "de_DE.UTF-8"), nullptr);
     const std::string by_locale = format_real(1.5, 3, false);
     const std::string with_dot = format_real(1.5, 3, true);
     std::setlocale(LC_NUMERIC, "C");
+    unsetenv("LOCPATH");
     EXPECT_EQ(by_locale, "1,500");
     EXPECT_EQ(with_dot, "1.500");
 }
