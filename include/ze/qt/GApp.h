@@ -69,7 +69,7 @@ public:
                                  const QString& appName);
     /// Stores the application's node and, if asked for, the settings of the visible windows.
     static void sync_app_settings(bool withWindows);
-    /// Nothing is stored any more when the program has ended.
+    /// Nothing is stored any more when the program has ended, also if a window puts that off.
     static void reset_settings_and_quit();
 
     /// Logs name, versions, system and Qt.
