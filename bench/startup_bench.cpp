@@ -1,7 +1,10 @@
 // Start-up to the first painted frame and the memory of a main window with panels, a log panel and
 // icons, beside a bare Qt window of the same contents. Each run is a process of its own: this
-// program starts itself as "bare" or "ours", which prints its figures when it has painted. Ours is
-// also measured with the settings of very many windows, beside itself with none.
+// program starts itself as one of its kinds, which prints its figures when it has painted.
+//
+// A start reads all settings. Those of ten times as many windows as a program has must not show,
+// and with those of a hundred times as many it must cost what QSettings itself needs to read them:
+// the bare window of that pair keeps its place in the same file.
 
 #include "ze/qt/GApp.h"
 #include "ze/qt/GMainPanel.h"
@@ -19,6 +22,7 @@
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QPushButton>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QVBoxLayout>
@@ -101,10 +105,20 @@ int run_ours(int argc, char** argv, Clock::time_point start) {
     return QCoreApplication::exec();
 }
 
-int run_bare(int argc, char** argv, Clock::time_point start) {
+/// Where the bare window looks for its place as ours does.
+void restore_place(QWidget& window) {
+    QCoreApplication::setOrganizationName(QStringLiteral("vork2d.example"));
+    QCoreApplication::setApplicationName(QStringLiteral("bench"));
+    window.restoreGeometry(QSettings().value(QStringLiteral("Window/Main")).toByteArray());
+}
+
+int run_bare(int argc, char** argv, Clock::time_point start, bool keepsPlace) {
     QApplication app(argc, argv);
     QMainWindow window;
     window.resize(600, 400);
+    if (keepsPlace) {
+        restore_place(window);
+    }
     auto* main = new QWidget;
     auto* column = new QVBoxLayout(main);
     column->addWidget(new QLineEdit(QStringLiteral("text")));
@@ -129,16 +143,14 @@ struct Figures {
 };
 
 constexpr const char* CONFIG_FOLDER = "XDG_CONFIG_HOME";
-constexpr int MANY_WINDOWS = 1000;
-
-/// Writes the settings of many other windows, about 200 KB.
-void fill_settings(const QString& folder) {
+/// Writes the settings of so many other windows, 211 bytes for each.
+void fill_settings(const QString& folder, int windows) {
     QDir(folder).mkpath(QStringLiteral("vork2d.example"));
     QFile file(folder + QStringLiteral("/vork2d.example/bench.conf"));
     file.open(QIODevice::WriteOnly);
     file.write("[config]\nversion=1\n\n[Window]\n");
     const QByteArray node = QByteArray(200, 'A');
-    for (int i = 0; i < MANY_WINDOWS; ++i) {
+    for (int i = 0; i < windows; ++i) {
         file.write("Other_" + QByteArray::number(i) + '=' + node + '\n');
     }
 }
@@ -171,12 +183,10 @@ void startup(benchmark::State& state, const char* kind) {
     time_startup(state, kind, qEnvironmentVariable(CONFIG_FOLDER));
 }
 
-void startup_with_settings(benchmark::State& state, bool many) {
+void startup_with_settings(benchmark::State& state, const char* kind, int windows) {
     const QTemporaryDir folder;
-    if (many) {
-        fill_settings(folder.path());
-    }
-    time_startup(state, "ours", folder.path());
+    fill_settings(folder.path(), windows);
+    time_startup(state, kind, folder.path());
 }
 
 /// The resident memory, told as if a KiB were a microsecond, so that the pair can be compared.
@@ -188,11 +198,17 @@ void startup_memory(benchmark::State& state, const char* kind) {
 
 BENCHMARK_CAPTURE(startup, ours, "ours")->Name("startup/ours")->UseManualTime();
 BENCHMARK_CAPTURE(startup, peer, "bare")->Name("startup/peer")->UseManualTime();
-BENCHMARK_CAPTURE(startup_with_settings, ours, true)
-    ->Name("startup_with_settings/ours")
+BENCHMARK_CAPTURE(startup_with_settings, ours_100, "ours", 100)
+    ->Name("startup_100_windows/ours")
     ->UseManualTime();
-BENCHMARK_CAPTURE(startup_with_settings, peer, false)
-    ->Name("startup_with_settings/peer")
+BENCHMARK_CAPTURE(startup_with_settings, peer_100, "ours", 0)
+    ->Name("startup_100_windows/peer")
+    ->UseManualTime();
+BENCHMARK_CAPTURE(startup_with_settings, ours_1000, "ours", 1000)
+    ->Name("startup_1000_windows/ours")
+    ->UseManualTime();
+BENCHMARK_CAPTURE(startup_with_settings, peer_1000, "bare_with_place", 1000)
+    ->Name("startup_1000_windows/peer")
     ->UseManualTime();
 BENCHMARK_CAPTURE(startup_memory, ours, "ours")->Name("startup_memory/ours")->UseManualTime();
 BENCHMARK_CAPTURE(startup_memory, peer, "bare")->Name("startup_memory/peer")->UseManualTime();
@@ -207,7 +223,10 @@ int main(int argc, char** argv) {
         return run_ours(argc, argv, start);
     }
     if (argc == 2 && std::strcmp(argv[1], "bare") == 0) {
-        return run_bare(argc, argv, start);
+        return run_bare(argc, argv, start, false);
+    }
+    if (argc == 2 && std::strcmp(argv[1], "bare_with_place") == 0) {
+        return run_bare(argc, argv, start, true);
     }
     qputenv(CONFIG_FOLDER, home.path().toUtf8());
     benchmark::Initialize(&argc, argv);

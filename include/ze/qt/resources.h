@@ -2,6 +2,7 @@
 // prefix; the themes' icon folders are ze/qt/themes.h.
 #pragma once
 
+#include <QIcon>
 #include <QString>
 
 namespace ze::qt {
@@ -20,6 +21,10 @@ void set_res_prefix(const QString& prefix);
 
 /// Whether there is such a file, embedded or on disk. A missing one leaves a line in the log.
 [[nodiscard]] bool does_res_exist(const QString& path);
+
+/// The icon of a file. Of an embedded one all get the same icon, whose picture is parsed once. A
+/// missing file gives an icon that draws nothing.
+[[nodiscard]] QIcon get_icon(const QString& path);
 
 /// Whether SVG icons can be drawn. Where the plug-in is missing Qt makes icons that are not null
 /// and draw nothing, in silence; the first call then leaves one line in the log.

@@ -4,7 +4,9 @@
 #include "ze/tools/format.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QFile>
+#include <QHash>
 #include <QImageReader>
 
 namespace ze::qt {
@@ -14,6 +16,11 @@ namespace {
 QString& res_prefix() {
     static QString prefix;
     return prefix;
+}
+
+QHash<QString, QIcon>& known_icons() {
+    static QHash<QString, QIcon> icons;
+    return icons;
 }
 
 bool can_read_svg() {
@@ -55,6 +62,22 @@ bool does_res_exist(const QString& path) {
         ze::pp("resource does not exist: $", path);
     }
     return exists;
+}
+
+QIcon get_icon(const QString& path) {
+    if (!path.startsWith(QLatin1String(":/"))) {
+        return QIcon(path);
+    }
+    auto& icons = known_icons();
+    if (icons.isEmpty()) {
+        // Pictures must be gone before the application object is.
+        qAddPostRoutine([] { known_icons().clear(); });
+    }
+    auto icon = icons.find(path);
+    if (icon == icons.end()) {
+        icon = icons.insert(path, QIcon(path));
+    }
+    return *icon;
 }
 
 bool check_svg_support() {

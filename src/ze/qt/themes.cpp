@@ -10,7 +10,6 @@
 #include <QFile>
 #include <QFont>
 #include <QFontDatabase>
-#include <QIcon>
 #include <QVariant>
 
 #include <array>
@@ -168,7 +167,7 @@ bool adapt_icon(QWidget* widget, const QString& theme) {
     if (button == nullptr || !does_res_exist(themed)) {
         return false;
     }
-    button->setIcon(QIcon(themed));
+    button->setIcon(get_icon(themed));
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include "ze/qt/ProbeWindow.h"
 #include "ze/qt/event/EventFilter.h"
 #include "ze/qt/guitools/dim.h"
+#include "ze/qt/resources.h"
 #include "ze/qt/themes.h"
 #include "ze/tools/version.h"
 
@@ -440,6 +441,20 @@ TEST_F(WithApp, the_share_context_flag_is_kept) {
     GApp::set_share_gl_context(true);
     EXPECT_TRUE(QCoreApplication::testAttribute(Qt::AA_ShareOpenGLContexts));
     GApp::set_share_gl_context(false);
+}
+
+// --- icons ---------------------------------------------------------------------------------------
+
+TEST_F(WithApp, icons_end_with_the_application_and_are_made_anew_by_the_next) {
+    const QString path = QStringLiteral(":/wb/shared-res/icons/copy.svg");
+    qint64 former = 0;
+    for (int i = 0; i < 3; ++i) {
+        start();
+        EXPECT_NE(get_icon(path).cacheKey(), former);
+        EXPECT_FALSE(get_icon(path).pixmap(16).isNull());
+        former = get_icon(path).cacheKey();
+        app.reset();
+    }
 }
 
 }  // namespace

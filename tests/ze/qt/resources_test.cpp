@@ -3,6 +3,9 @@
 #include "support/LogCapture.h"
 #include "support/QtPrinters.h"
 
+#include <QPixmap>
+#include <QTemporaryDir>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -81,6 +84,29 @@ TEST(Resources, a_missing_resource_leaves_a_line_and_an_embedded_one_none) {
     EXPECT_TRUE(does_res_exist(QStringLiteral(":/wb/shared-res/fonts/SourceCodePro-Regular.ttf")));
     EXPECT_FALSE(does_res_exist(QStringLiteral(":/no/such.svg")));
     EXPECT_EQ(log.lines_with_level(), Lines{"DEB resource does not exist: :/no/such.svg"});
+}
+
+TEST(Resources, an_embedded_icon_is_made_once) {
+    const QString path = QStringLiteral(":/wb/shared-res/icons/copy.svg");
+    EXPECT_EQ(get_icon(path).cacheKey(), get_icon(path).cacheKey());
+    EXPECT_NE(get_icon(path).cacheKey(),
+              get_icon(QStringLiteral(":/wb/shared-res/icons/delete.svg")).cacheKey());
+    EXPECT_FALSE(get_icon(path).pixmap(16).isNull());
+}
+
+TEST(Resources, an_icon_on_disk_is_read_each_time) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("icon.png"));
+    for (const Qt::GlobalColor color : {Qt::red, Qt::blue}) {
+        QPixmap picture(16, 16);
+        picture.fill(color);
+        ASSERT_TRUE(picture.save(path));
+        EXPECT_EQ(get_icon(path).pixmap(16).toImage().pixelColor(8, 8), QColor(color));
+    }
+}
+
+TEST(Resources, a_missing_icon_draws_nothing) {
+    EXPECT_TRUE(get_icon(QStringLiteral(":/no/such.png")).pixmap(16).isNull());
 }
 
 TEST(Resources, svg_icons_can_be_drawn_here) {

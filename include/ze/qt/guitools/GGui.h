@@ -3,9 +3,9 @@
 #pragma once
 
 #include "ze/qt/inline/GGui_inline.h"
+#include "ze/qt/resources.h"
 
 #include <QColor>
-#include <QIcon>
 #include <QString>
 
 #include <functional>
@@ -58,7 +58,7 @@ template <class T>
 T* set_icon(T* target, const QString& path) {
     const QString resolved = get_icon_path(path);
     if (!resolved.isEmpty()) {
-        target->setIcon(QIcon(resolved));
+        target->setIcon(get_icon(resolved));
         target->setProperty("sIcon", resolved);
     }
     return target;
