@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
-    const test::IsolatedHome home;
+    static const test::IsolatedHome home;
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

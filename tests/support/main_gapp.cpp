@@ -10,7 +10,7 @@
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
-    const test::IsolatedHome home;
+    static const test::IsolatedHome home;
     test::use_offscreen_platform();
     testing::InitGoogleTest(&argc, argv);
     ze::qt::GApp::prepare_settings(QStringLiteral("vork2d.example"), 0, false,

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
-    const test::IsolatedHome home;
+    static const test::IsolatedHome home;
     test::use_offscreen_platform();
     testing::InitGoogleTest(&argc, argv);
     const QApplication app(argc, argv);

@@ -134,7 +134,7 @@ int run_row(const QString& name) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const test::IsolatedHome home;
+    static const test::IsolatedHome home;
     test::use_offscreen_platform();
     testing::InitGoogleTest(&argc, argv);
     const GApp app(argc, argv, nullptr);
