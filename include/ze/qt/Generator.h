@@ -12,10 +12,9 @@ namespace ze::qt {
 
 class Generator {
 public:
-    virtual ~Generator() = default;
-
     /// Takes a widget in as a child and returns it.
     virtual QWidget* add_widget(QWidget* widget) = 0;
+    virtual ~Generator() = default;
 
     /// Makes a `T` from the arguments, adds it and returns it. A widget whose constructor takes a
     /// text but no tool tip, as QLabel's, gets the second text as its tool tip afterwards.

@@ -3,6 +3,7 @@
 #include "ze/qt/ProbeWindow.h"
 
 #include "support/LogCapture.h"
+#include "support/contrast.h"
 
 #include <QScrollBar>
 #include <QTextBlock>
@@ -74,6 +75,24 @@ TEST_F(LogView, each_level_has_its_colours_in_each_mode) {
         EXPECT_EQ(colors_of(view.document()->lastBlock()), QLatin1String(row.colors))
             << "mode " << row.mode << ", level " << row.level;
     }
+}
+
+TEST_F(LogView, lines_can_be_read_in_each_mode) {
+    Lines weak;
+    for (unsigned mode = 0; mode <= 2; ++mode) {
+        view.adapt_to_settings(mode);
+        for (int level = 0; level <= 4; ++level) {
+            view.append_line(QStringLiteral("text"), level);
+            const QTextBlock block = view.document()->lastBlock();
+            const QColor text = block.begin().fragment().charFormat().foreground().color();
+            if (test::contrast(text, block.blockFormat().background().color()) < test::READABLE) {
+                weak.push_back("mode " + std::to_string(mode) + ", level " + std::to_string(level));
+            }
+        }
+    }
+    // What the colours of the green mode make weak: a warning is black on dark green, 1.4 to 1, an
+    // information and a trace line are olive, 3.7 to 1.
+    EXPECT_EQ(weak, (Lines{"mode 2, level 1", "mode 2, level 2", "mode 2, level 4"}));
 }
 
 TEST_F(LogView, its_background_is_that_of_a_debug_line) {

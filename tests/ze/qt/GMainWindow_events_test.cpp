@@ -13,7 +13,9 @@
 #include <QGestureEvent>
 #include <QMimeData>
 #include <QUrl>
-#include <QWindowStateChangeEvent>
+
+#include <map>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -40,22 +42,25 @@ protected:
 // --- layout events -------------------------------------------------------------------------------
 
 TEST_F(WindowEvents, layout_events_come_from_the_first_show_on) {
-    std::vector<std::pair<int, QSize>> events;
+    using Events = std::vector<std::tuple<int, QSize, int>>;  // reason, size, size of the font
+    Events events;
     window.setup();
+    const int points = window.font().pointSize();
+    ASSERT_GT(points, 0);
     window.panMain->layout_listener += [&events](LayoutEvent* const& event) {
-        events.emplace_back(event->reason, event->size);
+        events.emplace_back(event->reason, event->size, event->fontSize);
     };
     window.resize(300, 200);
     window.show();
     ASSERT_FALSE(events.empty());
-    EXPECT_EQ(events.front(), std::make_pair(0, QSize(300, 200)));
+    EXPECT_EQ(events.front(), std::make_tuple(0, QSize(300, 200), points));
     events.clear();
     window.resize(320, 240);
-    EXPECT_EQ(events, (std::vector<std::pair<int, QSize>>{{1, QSize(320, 240)}}));
+    EXPECT_EQ(events, (Events{{1, QSize(320, 240), points}}));
     events.clear();
     window.hide();
     window.show();
-    EXPECT_EQ(events, (std::vector<std::pair<int, QSize>>{}));
+    EXPECT_EQ(events, Events());
 }
 
 TEST_F(WindowEvents, a_resize_before_the_first_show_fires_its_listener_and_no_layout_event) {
@@ -79,16 +84,18 @@ TEST_F(WindowEvents, a_resize_before_the_first_show_fires_its_listener_and_no_la
 }
 
 TEST_F(WindowEvents, a_font_in_pixels_gives_its_pixels_on_the_first_show) {
-    int fontSize = 0;
+    std::map<int, int> fontSizes;  // by the reason
     window.setup();
     QFont font = window.font();
     font.setPixelSize(14);
     window.setFont(font);
-    window.panMain->layout_listener += [&fontSize](LayoutEvent* const& event) {
-        fontSize = event->reason == LayoutEvent::FIRST_SHOW ? event->fontSize : fontSize;
+    window.panMain->layout_listener += [&fontSizes](LayoutEvent* const& event) {
+        fontSizes[event->reason] = event->fontSize;
     };
     window.show();
-    EXPECT_EQ(fontSize, 14);
+    EXPECT_EQ(fontSizes[LayoutEvent::FIRST_SHOW], 14);
+    window.resize(320, 240);
+    EXPECT_EQ(fontSizes[LayoutEvent::RESIZE], -1);  // the points that a font in pixels has
 }
 
 TEST_F(WindowEvents, resizes_are_traced) {
@@ -255,6 +262,21 @@ TEST_F(WindowKeys, each_key_runs_its_operation) {
         QTest::keySequence(&window, keys);
         EXPECT_EQ(window.ran, Lines{operation});
     }
+}
+
+TEST_F(WindowKeys, the_actions_stand_in_their_order) {
+    QList<QKeySequence> keys;
+    for (const QAction* action : window.actions()) {
+        keys.append(action->shortcut());
+    }
+    EXPECT_EQ(
+        keys,
+        (QList<QKeySequence>{
+            QKeySequence(QKeySequence::HelpContents), QKeySequence(QKeySequence::Close),
+            QKeySequence(QKeySequence::New), QKeySequence(QKeySequence::Open),
+            QKeySequence(QKeySequence::FullScreen), QKeySequence(QKeySequence::SelectAll),
+            QKeySequence(QStringLiteral("Ctrl+L")), QKeySequence(QStringLiteral("Ctrl+Alt+Q")),
+            QKeySequence(QStringLiteral("Ctrl+Shift+T"))}));
 }
 
 TEST_F(WindowKeys, a_key_rotates_the_themes) {

@@ -217,9 +217,11 @@ TEST_F(WindowLog, the_icon_buttons_have_tips_and_names) {
     window.log_panel_control_icons(window.panMain, QStringLiteral("^icons/wheel.svg"),
                                    QStringLiteral("Options"));
     QStringList tips;
+    QStringList icons;
     for (const auto* button :
          window.find_widget<GPanel>(QStringLiteral("panOptionLog"))->findChildren<QPushButton*>()) {
         tips.append(button->toolTip());
+        icons.append(button->property("sIcon").toString().section(u'/', -1));
         EXPECT_FALSE(button->icon().isNull()) << button->toolTip().toStdString();
         EXPECT_EQ(button->accessibleName(), button->toolTip());
         EXPECT_NE(button->focusPolicy() & Qt::TabFocus, 0);
@@ -227,6 +229,8 @@ TEST_F(WindowLog, the_icon_buttons_have_tips_and_names) {
     EXPECT_EQ(tips, (QStringList{QStringLiteral("Options"), QStringLiteral("Clears Log Panel"),
                                  QStringLiteral("copy to clipboard"),
                                  QStringLiteral("Creates a Debug Line")}));
+    EXPECT_EQ(icons, (QStringList{QStringLiteral("wheel.svg"), QStringLiteral("delete.svg"),
+                                  QStringLiteral("copy.svg"), QStringLiteral("minus1.svg")}));
 }
 
 TEST_F(WindowLog, every_control_can_be_reached_by_tab) {
@@ -265,6 +269,15 @@ TEST_F(WindowLog, the_log_s_own_buttons_show_only_with_the_log) {
     EXPECT_EQ(hidden(), QStringList());
     window.on_logger();
     EXPECT_EQ(hidden(), own);
+}
+
+TEST_F(WindowLog, a_row_made_while_the_log_shows_shows_all_its_buttons) {
+    panel->set_enabled(true);
+    window.log_panel_control(window.panMain, QStringLiteral("log"));
+    for (const auto* button :
+         window.find_widget<GPanel>(QStringLiteral("panOptionLog"))->findChildren<QPushButton*>()) {
+        EXPECT_FALSE(button->isHidden()) << button->text().toStdString();
+    }
 }
 
 TEST_F(WindowLog, a_row_of_buttons_may_die_before_its_window) {

@@ -11,6 +11,8 @@
 
 #include "support/LogCapture.h"
 
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -42,6 +44,13 @@ protected:
         return window.settingsNode.get<unsigned>(QStringLiteral("theme"), 99);
     }
 
+    using Events = std::vector<std::tuple<int, QSize, int>>;  // reason, size, size of the font
+    void note_layout_events(Events& events) {
+        window.panMain->layout_listener += [&events](LayoutEvent* const& event) {
+            events.emplace_back(event->reason, event->size, event->fontSize);
+        };
+    }
+
     test::LogCapture log;
     ProbeWindow window;
     GButton* button = nullptr;
@@ -62,8 +71,16 @@ TEST_F(WindowTheme, a_theme_reaches_palette_icons_log_view_and_sliders) {
     EXPECT_EQ(list->styleSheet(), sheetOfList);
     EXPECT_EQ(stored_theme(), 1U);
     EXPECT_TRUE(window.is_theme_dark());
-    EXPECT_TRUE(GMainWindow::is_theme_dark(button));
     EXPECT_EQ(window.get_theme_string(), QStringLiteral("dark"));
+}
+
+TEST_F(WindowTheme, each_widget_of_a_window_tells_its_theme) {
+    for (const unsigned theme : {themes::NORMAL, themes::DARK, themes::GREEN}) {
+        window.set_theme(theme, 0);
+        EXPECT_EQ(GMainWindow::is_theme_normal(button), theme == themes::NORMAL) << theme;
+        EXPECT_EQ(GMainWindow::is_theme_dark(button), theme == themes::DARK) << theme;
+        EXPECT_EQ(GMainWindow::is_theme_green(button), theme == themes::GREEN) << theme;
+    }
 }
 
 TEST_F(WindowTheme, the_palette_tells_its_listeners_when_the_loop_turns) {
@@ -149,6 +166,8 @@ TEST_F(WindowTheme, a_window_that_follows_the_application_rotates_from_its_theme
     themes::set(themes::DARK);
     window.set_theme(GMainWindow::THEME_OF_APPLICATION, 0);
     EXPECT_EQ(window.get_theme(), themes::DARK);
+    EXPECT_EQ(window.get_panel_log_view()->get_view()->palette().color(QPalette::Base),
+              QColor(Qt::black));
     window.on_rotate_themes();
     EXPECT_EQ(window.get_theme(), themes::GREEN);
 }
@@ -166,10 +185,16 @@ TEST_F(WindowTheme, a_window_that_follows_the_application_has_its_palette) {
     window.set_theme(GMainWindow::THEME_OF_APPLICATION, 0);
     EXPECT_FALSE(window.has_its_own_palette());
     EXPECT_EQ(stored_theme(), 3U);
+    std::vector<unsigned> seen;
+    window.theme_listener += [&seen](const unsigned& theme) {
+        seen.push_back(theme);
+    };
     const QPalette before = QApplication::palette();
     themes::apply_the_theme(themes::DARK);
     test::turn_event_loop();
     EXPECT_EQ(window.palette().color(QPalette::Window), QColor(0x35, 0x35, 0x35));
+    ASSERT_FALSE(seen.empty());
+    EXPECT_EQ(seen.back(), themes::DARK);
     QApplication::setPalette(before);
 }
 
@@ -233,21 +258,23 @@ TEST_F(WindowTheme, a_font_size_is_clamped_with_a_warning) {
 }
 
 TEST_F(WindowTheme, a_new_font_size_is_a_layout_event_and_the_present_one_is_none) {
-    std::vector<std::pair<int, int>> events;
-    window.panMain->layout_listener += [&events](LayoutEvent* const& event) {
-        events.emplace_back(event->reason, event->fontSize);
-    };
+    Events events;
+    note_layout_events(events);
     window.set_font_size(15);
     window.set_font_size(15);
-    EXPECT_EQ(events, (std::vector<std::pair<int, int>>{{2, 15}}));
+    EXPECT_EQ(events, (Events{{2, window.size(), 15}}));
 }
 
 TEST_F(WindowTheme, a_font_in_pixels_keeps_its_unit) {
     QFont font = window.font();
     font.setPixelSize(14);
     window.setFont(font);
+    Events events;
+    note_layout_events(events);
+    window.set_font_size(18);
     window.set_font_size(18);
     EXPECT_EQ(window.font().pixelSize(), 18);
+    EXPECT_EQ(events, (Events{{2, window.size(), 18}}));
     window.gui_scale(GUISCALE::BIGGER);
     EXPECT_EQ(window.font().pixelSize(), 18);
 }

@@ -30,7 +30,6 @@ inline void turn_event_loop() {
 
 class ProbeWindow : public ze::qt::GMainWindow {
 public:
-    using GMainWindow::changeEvent;
     using GMainWindow::dragEnterEvent;
     using GMainWindow::dropEvent;
     using GMainWindow::settingsNode;
