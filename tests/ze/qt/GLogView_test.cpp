@@ -48,6 +48,14 @@ TEST_F(LogView, the_first_line_goes_into_the_first_block) {
     EXPECT_EQ(view.toPlainText(), QStringLiteral("first\nsecond"));
 }
 
+TEST_F(LogView, a_line_goes_to_the_end_wherever_the_cursor_stands) {
+    view.append_line(QStringLiteral("first"), 3);
+    view.append_line(QStringLiteral("second"), 3);
+    view.moveCursor(QTextCursor::Start);
+    view.append_line(QStringLiteral("third"), 3);
+    EXPECT_EQ(view.toPlainText(), QStringLiteral("first\nsecond\nthird"));
+}
+
 TEST_F(LogView, after_a_clear_no_empty_line_stands_above_the_next) {
     view.append_line(QStringLiteral("first"), 3);
     view.setPlainText(QString());

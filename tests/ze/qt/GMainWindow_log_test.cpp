@@ -508,7 +508,7 @@ TEST_F(LogDialog, cancel_leaves_the_configuration) {
     change_everything();
     log.clear();
     by_text<QPushButton>(dialog, "Cancel")->click();
-    EXPECT_EQ(log.lines().front(), "GDialogOption, Cancel");
+    EXPECT_EQ(log.lines_with_level().front(), "DEB GDialogOption, Cancel");
     EXPECT_EQ(panel->config.to_string(), before);
     EXPECT_EQ(panel->get_font_size(), 10);
     EXPECT_TRUE(test::wait_for([this] { return dialog == nullptr; }));

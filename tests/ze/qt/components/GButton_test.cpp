@@ -134,14 +134,18 @@ TEST_F(GButtonTest, set_checked_tells_the_listener_only_when_asked_to) {
     EXPECT_EQ(toggles, std::vector<bool>{false});
 }
 
-TEST_F(GButtonTest, adapts_its_width_to_its_text) {
+TEST_F(GButtonTest, adapts_its_size_to_its_text) {
     GButton button(QStringLiteral("start"));
+    button.resize(500, 5);
     button.adapt_size_to_font(7);
+    EXPECT_EQ(button.height(), button.sizeHint().height());
     EXPECT_EQ(button.maximumWidth(),
               button.fontMetrics().horizontalAdvance(QStringLiteral("start")) + 14);
     GButton icon(QStringLiteral(":/icons/copy.png"));
+    icon.resize(500, 5);
     icon.adapt_size_to_font(7);
     EXPECT_EQ(icon.maximumWidth(), QWIDGETSIZE_MAX);
+    EXPECT_EQ(icon.size(), QSize(500, 5));
 }
 
 TEST_F(GButtonTest, text_and_tool_tip_are_set_together_or_by_the_formatter) {

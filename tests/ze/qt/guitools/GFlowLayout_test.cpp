@@ -70,6 +70,23 @@ TEST(GFlowLayout, rows_wrap_where_the_width_ends) {
     EXPECT_EQ(height, 70);
 }
 
+TEST(GFlowLayout, the_place_and_each_margin_count_where_they_stand) {
+    Flow flow(0, 10, 20);
+    flow.layout->setContentsMargins(1, 2, 3, 4);
+    flow.add(40, 10);
+    flow.add(40, 30);
+    const int height = flow.layout->doLayout(QRect(7, 9, 60, 500), false);
+    EXPECT_EQ(flow.places(), (std::vector<QRect>{{8, 11, 40, 10}, {8, 41, 40, 30}}));
+    EXPECT_EQ(height, 2 + 10 + 20 + 30 + 4);
+}
+
+TEST(GFlowLayout, a_row_is_as_high_as_its_highest_item) {
+    Flow flow(0, 0, 0);
+    flow.add(40, 30);
+    flow.add(40, 10);
+    EXPECT_EQ(flow.layout->doLayout(QRect(0, 0, 100, 500), false), 30);
+}
+
 TEST(GFlowLayout, an_item_that_ends_on_the_last_pixel_column_still_fits) {
     Flow flow(0, 0, 0);
     flow.add(40, 10);

@@ -19,8 +19,12 @@ TEST(GOrientationDetector, a_turned_screen_fires_the_orientation_of_the_kept_siz
 
     Q_EMIT QGuiApplication::primaryScreen()->geometryChanged(QRect(0, 0, 600, 800));
 
-    EXPECT_EQ(fired, std::vector<Qt::Orientation>{Qt::Horizontal});
+    ze::qt::dim::optSize = QSize(600, 800);
+    Q_EMIT QGuiApplication::primaryScreen()->geometryChanged(QRect(0, 0, 800, 600));
+
+    EXPECT_EQ(fired, (std::vector<Qt::Orientation>{Qt::Horizontal, Qt::Vertical}));
     EXPECT_EQ(log.lines_with_level(),
-              (std::vector<std::string>{"DEB ORIENTATION CHANGED", "DEB RECT:0,0,600,800"}));
+              (std::vector<std::string>{"DEB ORIENTATION CHANGED", "DEB RECT:0,0,600,800",
+                                        "DEB ORIENTATION CHANGED", "DEB RECT:0,0,800,600"}));
     ze::qt::dim::optSize.reset();
 }
