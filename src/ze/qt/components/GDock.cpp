@@ -2,6 +2,8 @@
 
 #include "ze/log/pp.h"
 
+#include <QAbstractButton>
+
 #include <array>
 #include <utility>
 
@@ -9,6 +11,11 @@ namespace ze::qt {
 
 GDock::GDock(const QString& title, QWidget* parent) : QDockWidget(title, parent) {
     setAttribute(Qt::WA_WindowPropagation);  // afloat it is a window, and keeps the theme
+    // Qt gives the two buttons of the title their names and leaves them to the mouse alone.
+    for (auto* const button : findChildren<QAbstractButton*>()) {
+        button->setToolTip(button->accessibleName());
+        button->setFocusPolicy(Qt::TabFocus);
+    }
     connect_listeners();
 }
 

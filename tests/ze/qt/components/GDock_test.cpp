@@ -2,6 +2,7 @@
 
 #include "support/LogCapture.h"
 
+#include <QAbstractButton>
 #include <QMainWindow>
 
 #include <string>
@@ -33,6 +34,17 @@ TEST(GDock, afloat_it_follows_the_colours_of_its_window) {
     dock->setFloating(true);
     window.setPalette(Qt::darkGreen);
     EXPECT_EQ(dock->palette().color(QPalette::Window), window.palette().color(QPalette::Window));
+}
+
+TEST(GDock, its_buttons_have_a_name_a_tool_tip_and_the_tab_key) {
+    const GDock dock(QStringLiteral("Dock"));
+    const auto buttons = dock.findChildren<QAbstractButton*>();
+    EXPECT_EQ(buttons.size(), 2);
+    for (const auto* const button : buttons) {
+        EXPECT_FALSE(button->accessibleName().isEmpty());
+        EXPECT_EQ(button->toolTip(), button->accessibleName());
+        EXPECT_EQ(button->focusPolicy(), Qt::TabFocus);
+    }
 }
 
 TEST(GDock, each_signal_is_logged_and_reaches_its_listener) {
