@@ -61,6 +61,9 @@ void GButton::adapt_size_to_font(int margin) {
 }
 
 void GButton::set_text_toolTip(const QString& text, const QString& toolTip) {
+    if (accessibleName() == this->toolTip()) {
+        setAccessibleName(QString());  // an icon's; a text is a name of its own
+    }
     setText(text);
     setToolTip(toolTip);
 }

@@ -90,6 +90,17 @@ TEST_F(GButtonTest, with_only_an_icon_has_its_tool_tip_as_accessible_name) {
     EXPECT_EQ(icon.accessibleName(), QStringLiteral("clear"));
 }
 
+TEST_F(GButtonTest, the_accessible_name_of_an_icon_goes_when_a_text_comes) {
+    GButton button(QStringLiteral(":/icons/copy.png"), QStringLiteral("copy to clipboard"));
+    button.set_text_toolTip(QStringLiteral("stop"), QStringLiteral("ends the rally"));
+    EXPECT_EQ(button.accessibleName(), QString());
+    button.set_text_toolTip(QString(), QStringLiteral("copy"));
+    EXPECT_EQ(button.accessibleName(), QStringLiteral("copy"));
+    button.setAccessibleName(QStringLiteral("copy all"));
+    button.set_text_toolTip(QStringLiteral("copy"), QStringLiteral("to the clipboard"));
+    EXPECT_EQ(button.accessibleName(), QStringLiteral("copy all"));
+}
+
 TEST_F(GButtonTest, a_click_fires_pressed_released_and_clicked) {
     GButton button(QStringLiteral("start"));
     std::vector<std::string> calls;
