@@ -18,6 +18,16 @@ namespace {
 
 constexpr int MIN_HEIGHT = 50;  // pixels
 
+// Of a stored font size, in points, as of the one of a window: beyond them nobody could read.
+constexpr unsigned STORED_FONT_SIZE_MIN = 6;
+constexpr unsigned STORED_FONT_SIZE_MAX = 28;
+
+unsigned readable_font_size(const log::LogConfig& stored) {
+    const bool readable =
+        stored.fontSize >= STORED_FONT_SIZE_MIN && stored.fontSize <= STORED_FONT_SIZE_MAX;
+    return readable ? stored.fontSize : log::LogConfig().fontSize;
+}
+
 bool is_gui_thread() {
     return QThread::currentThread() == QCoreApplication::instance()->thread();
 }
@@ -86,7 +96,7 @@ void GPanelLogView::set_config(const log::LogConfig& theConfig) {
 
 void GPanelLogView::apply_config(const log::LogConfig& stored) {
     set_config(stored);
-    set_font_size(static_cast<int>(config.fontSize));
+    set_font_size(static_cast<int>(readable_font_size(stored)));
     set_auto_scroll_left(config.autoScrollHorz);
     set_enabled(config.is_enabled());
 }

@@ -105,17 +105,20 @@ TEST_F(WindowLog, a_moved_divider_is_a_change_of_settings) {
 }
 
 TEST_F(WindowLog, a_damaged_configuration_leaves_a_log_that_can_be_read) {
-    LogConfig damaged;
-    damaged.fontSize = 2'000'000'000;
-    damaged.logLevel = 77;
-    damaged.logControl.set_bit(ze::log::ENABLED, true);
-    window.settingsNode.set_pod(QStringLiteral("log"), damaged);
-    ProbeWindow again;
-    again.settingsNode = window.settingsNode;
-    again.ini_standards();
-    again.show();
-    ze::pp("a line");
-    EXPECT_LT(again.get_panel_log_view()->get_view()->fontMetrics().height(), 200);
+    for (const unsigned size : {0U, 5U, 29U, 1000U, 2'000'000'000U}) {
+        LogConfig damaged;
+        damaged.fontSize = size;
+        damaged.logLevel = 77;
+        damaged.logControl.set_bit(ze::log::ENABLED, true);
+        window.settingsNode.set_pod(QStringLiteral("log"), damaged);
+        ProbeWindow again;
+        again.settingsNode = window.settingsNode;
+        again.ini_standards();
+        again.show();
+        ze::pp("a line");
+        EXPECT_EQ(again.get_panel_log_view()->get_font_size(), 10) << size;
+        EXPECT_EQ(again.get_panel_log_view()->get_view()->font().pointSize(), 10) << size;
+    }
 }
 
 TEST_F(WindowLog, the_stored_configuration_comes_back) {

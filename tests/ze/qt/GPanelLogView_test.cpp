@@ -163,6 +163,15 @@ TEST_F(LogPanel, a_stored_configuration_takes_effect) {
     EXPECT_EQ(panel.config.logLevel, static_cast<unsigned>(ze::log::ERROR));
 }
 
+TEST_F(LogPanel, the_smallest_and_the_largest_stored_font_size_are_taken) {
+    for (const int size : {6, 28}) {
+        LogConfig stored;
+        stored.fontSize = static_cast<std::uint32_t>(size);
+        panel.apply_config(stored);
+        EXPECT_EQ(panel.get_view()->font().pointSize(), size);
+    }
+}
+
 // --- other threads -------------------------------------------------------------------------------
 
 TEST_F(LogPanel, a_line_of_another_thread_shows_when_the_event_loop_runs) {
