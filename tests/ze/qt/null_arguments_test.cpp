@@ -16,6 +16,7 @@
 
 #include <QLabel>
 #include <QProcess>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QSlider>
 
@@ -80,6 +81,10 @@ const Row ROWS[] = {
     {"growable upward", [] { set_growable_vertical(static_cast<QLabel*>(nullptr)); }, "qwt == NULL",
      GROWTH},
     {"padding", [] { GPadding().set_padding(nullptr); }, "widget == NULL", "src/ze/qt/GPadding"},
+    {"icon", [] { set_icon(static_cast<QPushButton*>(nullptr), QStringLiteral("text")); },
+     "target == NULL", "include/ze/qt/guitools/GGui"},
+    {"window of a dialog", [] { activate_main_window_later(nullptr); }, "dialog == NULL",
+     "src/ze/qt/guitools/GGui"},
     {"margin", [] { set_margin_horz(nullptr, 1); }, "bt == NULL", LOOKS},
     {"background", [] { set_background(nullptr, Qt::red); }, "widget == NULL", LOOKS},
     {"text colour", [] { set_text_color(nullptr, Qt::red); }, "widget == NULL", LOOKS},

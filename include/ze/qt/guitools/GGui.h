@@ -2,6 +2,7 @@
 // Null arguments go to nullPointerHandling unless the function says otherwise.
 #pragma once
 
+#include "ze/log/exits.h"
 #include "ze/qt/inline/GGui_inline.h"
 #include "ze/qt/resources.h"
 
@@ -56,6 +57,10 @@ void flash(QWidget* w, const QColor& color, unsigned long long milliseconds);
 /// nothing.
 template <class T>
 T* set_icon(T* target, const QString& path) {
+    if (target == nullptr) {
+        nullPointerHandling("include/ze/qt/guitools/GGui", __LINE__,
+                            QStringLiteral("target == NULL"));
+    }
     const QString resolved = get_icon_path(path);
     if (!resolved.isEmpty()) {
         target->setIcon(get_icon(resolved));

@@ -36,6 +36,9 @@ GMainWindow* get_main_window(const QWidget* w) {
 }
 
 void activate_main_window_later(const QWidget* dialog) {
+    if (dialog == nullptr) {
+        nullPointerHandling("src/ze/qt/guitools/GGui", __LINE__, QStringLiteral("dialog == NULL"));
+    }
     GMainWindow* const win = main_window_of(dialog);
     if (win == nullptr) {
         return;
