@@ -3,6 +3,7 @@
 #include "ze/qt/GApp.h"
 #include "ze/qt/GMainWindow.h"
 #include "ze/qt/GPanelLogView.h"
+#include "ze/qt/guitools/GGui.h"
 #include "ze/tools/GSettings.h"
 #include "ze/tools/convert.h"
 #include "ze/tools/os.h"
@@ -101,13 +102,9 @@ void GMainWindow::keep_reachable() {
     if (reachable || screens.isEmpty()) {
         return;
     }
-    const QScreen* const own = QGuiApplication::screenAt(frame.center());
-    if (own == nullptr) {
-        move(screens.first()->availableGeometry().topLeft());
-        return;
-    }
-    const QPoint corner = own->availableGeometry().topLeft();
-    move(std::max(frame.left(), corner.x()), std::max(frame.top(), corner.y()));
+    const QScreen* const under = QGuiApplication::screenAt(frame.center());
+    const QScreen* const own = under == nullptr ? screens.first() : under;
+    move(get_place_inside(own->availableGeometry(), frame));
 }
 
 void GMainWindow::save_state() {

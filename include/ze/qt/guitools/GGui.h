@@ -7,12 +7,14 @@
 #include "ze/qt/resources.h"
 
 #include <QColor>
+#include <QPoint>
 #include <QString>
 
 #include <functional>
 
 class QAbstractButton;
 class QObject;
+class QRect;
 class QWidget;
 
 namespace ze::qt {
@@ -25,6 +27,10 @@ class GMainWindow;
 /// Gives the keyboard back to the main window of a dialog that has just closed, where the platform
 /// has left it with no window at all. Takes effect when the event loop turns next.
 void activate_main_window_later(const QWidget* dialog);
+
+/// Where the frame of a window has to go to lie inside an area: no further than needed, and with
+/// its upper left corner there where it is larger than the area.
+[[nodiscard]] QPoint get_place_inside(const QRect& area, const QRect& frame);
 
 /// Runs a function on the application's thread when its event loop turns next.
 void invoke_later(std::function<void()> fn);

@@ -9,8 +9,11 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMetaObject>
+#include <QRect>
 #include <QVariant>
 #include <QWidget>
+
+#include <algorithm>
 
 namespace ze::qt {
 
@@ -49,6 +52,13 @@ void activate_main_window_later(const QWidget* dialog) {
         }
     };
     QMetaObject::invokeMethod(win, activate, Qt::QueuedConnection);
+}
+
+QPoint get_place_inside(const QRect& area, const QRect& frame) {
+    const int lastX = std::max(area.left(), area.right() + 1 - frame.width());
+    const int lastY = std::max(area.top(), area.bottom() + 1 - frame.height());
+    return {std::clamp(frame.left(), area.left(), lastX),
+            std::clamp(frame.top(), area.top(), lastY)};
 }
 
 void invoke_later(std::function<void()> fn) {

@@ -55,6 +55,27 @@ TEST_F(GGui, invoke_later_runs_when_the_event_loop_turns) {
     EXPECT_EQ(calls, 1);
 }
 
+TEST_F(GGui, a_frame_moves_into_an_area_and_no_further) {
+    struct Row {
+        const char* name;
+        QRect frame;
+        QPoint place;
+    };
+    const QRect area(60, 0, 1860, 1040);  // task bars on the left and at the bottom
+    const Row rows[] = {
+        {"inside", {100, 200, 300, 60}, {100, 200}},
+        {"in the lower right corner", {1620, 980, 300, 60}, {1620, 980}},
+        {"in the task bar at the bottom", {100, 1045, 300, 60}, {100, 980}},
+        {"in the task bar on the left", {10, 200, 300, 60}, {60, 200}},
+        {"above", {100, -30, 300, 60}, {100, 0}},
+        {"beyond the right edge", {1700, 200, 300, 60}, {1620, 200}},
+        {"larger than the area", {-500, 1045, 3000, 2000}, {60, 0}},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(get_place_inside(area, row.frame), row.place) << row.name;
+    }
+}
+
 TEST_F(GGui, toggle_full_screen_twice_returns_a_window_to_its_former_state) {
     QWidget window;
     window.showNormal();
