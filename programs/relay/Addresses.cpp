@@ -44,6 +44,12 @@ bool Addresses::is_over_limit(const std::string& address) const noexcept {
     return found != entries_.end() && found->second.connections > limits_.connectionsPerAddress;
 }
 
+bool Addresses::is_at_end(const std::string& address) const noexcept {
+    const auto found = entries_.find(address);
+    return found != entries_.end() &&
+           found->second.connections >= limits_.connectionsPerAddress + limits_.halfOpenPerAddress;
+}
+
 bool Addresses::may_begin_handshake(const std::string& address) const noexcept {
     const auto found = entries_.find(address);
     return found == entries_.end() || found->second.halfOpen < limits_.halfOpenPerAddress;

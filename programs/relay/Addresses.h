@@ -20,6 +20,8 @@ public:
     void finish_handshake(const std::string& address) noexcept;
     void disconnect(const std::string& address, TimePoint now);
     [[nodiscard]] bool is_over_limit(const std::string& address) const noexcept;
+    /// True when the address has all it may hold, those included that are only being told to go.
+    [[nodiscard]] bool is_at_end(const std::string& address) const noexcept;
     /// False while the address has as many handshakes as it may.
     [[nodiscard]] bool may_begin_handshake(const std::string& address) const noexcept;
 

@@ -173,6 +173,9 @@ void Connection::stop(CloseCode code, std::string_view reason) {
 }
 
 void Connection::linger() {
+    if (!is_leaving()) {
+        shared_.onLeaving();
+    }
     phase_ = Phase::CLOSING;
     tls().limit_input(LINGER_BYTES);
     shared_.deadlines.set(*this, Clock::now() + LINGER);

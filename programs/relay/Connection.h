@@ -31,6 +31,8 @@ struct Shared {
     std::function<void(class Connection&)> onHandshakeOver;
     /// A handshake has failed before there were words to tell anything with.
     std::function<void(Reason, const std::string& address)> onDrop;
+    /// It took a place among the connections and is only being told to go now.
+    std::function<void()> onLeaving;
     std::function<void(class Connection&)> onGone;  ///< its last call: let go of it
 };
 
@@ -51,6 +53,10 @@ public:
 
     [[nodiscard]] const std::string& address() const noexcept { return session_.address; }
     [[nodiscard]] bool is_half_open() const noexcept { return phase_ == Phase::HANDSHAKE; }
+    /// Told to go, or to be told so as soon as there are words: it takes nobody's place.
+    [[nodiscard]] bool is_leaving() const noexcept {
+        return refusal_.has_value() || phase_ == Phase::CLOSING;
+    }
 
     void send(std::string_view frame) override;
     void flush() override;

@@ -52,6 +52,7 @@ Server::Server(const Options& options, const Log& log)
               log,
               [this](Connection& connection) { on_handshake_over(connection); },
               [this](Reason reason, const std::string& address) { drop(reason, address); },
+              [this] { --staying_; },
               [this](Connection& connection) {
                   on_gone(connection);
               }},
@@ -141,15 +142,10 @@ void Server::pause_accepting(const error_code& ec) {
 }
 
 void Server::admit(TlsStream::Socket socket, const Endpoint& from) {
-    const Limits& limits = options_.limits;
     const std::string address = address_key(from.address());
     ++metrics_.accepted;
-    if (halfOpen_ >= limits.halfOpen || !addresses_.may_begin_handshake(address)) {
-        drop(Reason::HALF_OPEN, address);
-        return;
-    }
-    if (connections_.size() >= limits.connections + limits.halfOpen) {
-        drop(Reason::CONNECTIONS, address);
+    if (const std::optional<Reason> reason = drop_reason(address)) {
+        drop(*reason, address);
         return;
     }
     tune(socket);
@@ -159,12 +155,37 @@ void Server::admit(TlsStream::Socket socket, const Endpoint& from) {
     metrics_.connections = connections_.size();
     addresses_.connect(address, Clock::now());
     ++halfOpen_;
-    if (connections_.size() > limits.connections) {
-        connection->refuse_later(Reason::CONNECTIONS);
-    } else if (addresses_.is_over_limit(address)) {
-        connection->refuse_later(Reason::CONNECTIONS_PER_ADDRESS);
+    if (const std::optional<Reason> reason = refusal(address)) {
+        connection->refuse_later(*reason);
+    } else {
+        ++staying_;
     }
     connection->start();
+}
+
+// The hard ends: who is over a limit is told so, and may take two seconds over it; these bound how
+// many of those there are.
+std::optional<Reason> Server::drop_reason(const std::string& address) const noexcept {
+    const Limits& limits = options_.limits;
+    if (halfOpen_ >= limits.halfOpen || !addresses_.may_begin_handshake(address)) {
+        return Reason::HALF_OPEN;
+    }
+    if (addresses_.is_at_end(address)) {
+        return Reason::CONNECTIONS_PER_ADDRESS;
+    }
+    if (connections_.size() >= limits.connections + limits.halfOpen) {
+        return Reason::CONNECTIONS;
+    }
+    return std::nullopt;
+}
+
+// Those that are leaving make the relay full for nobody.
+std::optional<Reason> Server::refusal(const std::string& address) const noexcept {
+    if (staying_ >= options_.limits.connections) {
+        return Reason::CONNECTIONS;
+    }
+    return addresses_.is_over_limit(address) ? std::optional(Reason::CONNECTIONS_PER_ADDRESS)
+                                             : std::nullopt;
 }
 
 // Before the end of the TLS handshake there are no words to tell it with. A flood of these leaves
@@ -190,6 +211,9 @@ void Server::on_handshake_over(const Connection& connection) noexcept {
 void Server::on_gone(Connection& connection) {
     if (connection.is_half_open()) {
         on_handshake_over(connection);
+    }
+    if (!connection.is_leaving()) {
+        --staying_;
     }
     addresses_.disconnect(connection.address(), Clock::now());
     connections_.erase(&connection);

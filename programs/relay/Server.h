@@ -13,6 +13,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -42,6 +43,8 @@ private:
     void accept();
     void on_accept(error_code ec, TlsStream::Socket socket);
     void admit(TlsStream::Socket socket, const Endpoint& from);
+    [[nodiscard]] std::optional<Reason> drop_reason(const std::string& address) const noexcept;
+    [[nodiscard]] std::optional<Reason> refusal(const std::string& address) const noexcept;
     void drop(Reason reason, const std::string& address);
     void pause_accepting(const error_code& ec);
     void on_handshake_over(const Connection& connection) noexcept;
@@ -68,6 +71,7 @@ private:
     std::unique_ptr<StatusServer> status_;
     std::unordered_map<Connection*, std::shared_ptr<Connection>> connections_;
     std::size_t halfOpen_ = 0;
+    std::size_t staying_ = 0;  ///< of the connections, those that are not leaving
     struct Drops {
         TimePoint tmLogged{};
         std::size_t unlogged = 0;

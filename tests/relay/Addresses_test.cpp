@@ -22,6 +22,22 @@ TEST(Addresses, connections_are_counted_for_each_address) {
     EXPECT_FALSE(addresses.is_over_limit("a"));
 }
 
+TEST(Addresses, an_address_that_is_over_its_limit_has_an_end) {
+    relay::Limits limits;
+    limits.connectionsPerAddress = 1;
+    limits.halfOpenPerAddress = 2;
+    relay::Addresses addresses(limits);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_FALSE(addresses.is_at_end("a")) << i;
+        addresses.connect("a", START);
+        addresses.finish_handshake("a");
+    }
+    EXPECT_TRUE(addresses.is_at_end("a"));
+    EXPECT_FALSE(addresses.is_at_end("b"));
+    addresses.disconnect("a", START);
+    EXPECT_FALSE(addresses.is_at_end("a"));
+}
+
 TEST(Addresses, handshakes_are_counted_for_each_address_until_they_are_over) {
     relay::Limits limits;
     limits.halfOpenPerAddress = 2;

@@ -10,7 +10,7 @@ import unittest
 import websockets
 from relay_program import (LIMIT, RelayTest, client_context, login, message, play, receive,
                            receive_text, refusal)
-from violations_test import CONTINUATION, TEXT, frame
+from violations_test import CONTINUATION, TEXT, Line, frame, request
 
 
 class Heartbeat(RelayTest):
@@ -81,6 +81,31 @@ class ConnectionsPerAddress(RelayTest):
         async with self.relay.connect() as third:
             self.assertEqual(await refusal(third),
                              (21, "Too many connections from your address.", 1013))
+
+
+class Lingering(RelayTest):
+    options = ("--max-connections", "4", "--max-connections-per-address", "2",
+               "--max-half-open-per-address", "4", "--status", "127.0.0.1:0")
+
+    async def test_who_does_not_go_when_told_takes_no_place_of_others(self):
+        with contextlib.ExitStack() as lines:
+            for _ in range(30):
+                with contextlib.suppress(OSError):  # beyond the end it is dropped without a word
+                    line = lines.enter_context(contextlib.closing(Line(self.relay)))
+                    line.send(request())
+                    line.read_upgrade()
+            self.assertLessEqual(self.relay.metric("connections"), 2 + 4)
+            async with self.relay.connect(local_addr=("127.0.0.2", 0)) as client:
+                await client.send(login("g:a", "pw"))
+                self.assertEqual((await receive(client))["subType"], "welcome")
+            self.relay.wait_for_line('dropped reason="connections_per_address"')
+
+    async def test_a_place_that_was_left_is_free_again(self):
+        for _ in range(6):
+            async with self.relay.connect() as client:
+                await client.send("x")
+                self.assertEqual((await refusal(client))[0], 5)
+            await (await self.relay.member("g:a")).close()
 
 
 class Rates(RelayTest):

@@ -10,6 +10,7 @@ import subprocess
 import tempfile
 import threading
 import unittest
+import urllib.request
 
 import websockets
 
@@ -84,6 +85,13 @@ class Relay:
         join = await receive(first)
         assert join["subType"] == "join", join
         return first, second
+
+    def metric(self, name):
+        """What the status of this relay, which was asked for with --status, says of it."""
+        address = re.search(r'status address="([^"]+)"', self.wait_for_line("status address="))[1]
+        with urllib.request.urlopen(f"http://{address}/metrics", timeout=LIMIT) as answer:
+            found = re.search(rf"^vork2d_relay_{name} (\S+)$", answer.read().decode(), re.M)
+        return int(found[1])
 
     def stop(self, number=signal.SIGTERM):
         self.process.send_signal(number)
