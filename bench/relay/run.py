@@ -23,7 +23,8 @@ import tempfile
 HERE = os.path.dirname(os.path.abspath(__file__))
 BIN = os.path.join(HERE, "..", "..", "build", "bench", "bin")
 WIDE = ["--max-connections", "100000", "--max-connections-per-address", "100000",
-        "--max-half-open", "10000", "--max-half-open-per-address", "10000"]
+        "--max-half-open", "10000", "--max-half-open-per-address", "10000",
+        "--connects-per-minute", "1000000"]
 # The peers have no heartbeat and no limits: ours has them out of the way where they are compared.
 UNLIMITED = [*WIDE, "--frames-per-second", "1000000", "--bytes-per-second", "1000000000",
              "--queued-output", "100000000"]

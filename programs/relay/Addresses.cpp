@@ -9,7 +9,16 @@ namespace {
 constexpr double SECONDS_PER_MINUTE = 60;
 constexpr std::size_t MIN_SWEEP = 1024;
 
+TokenBucket per_minute(std::size_t count, TimePoint now) noexcept {
+    const auto burst = static_cast<double>(count);
+    return {burst, burst / SECONDS_PER_MINUTE, now};
+}
+
 }  // namespace
+
+bool Addresses::Entry::is_idle(TimePoint now) const noexcept {
+    return connections == 0 && connects.is_full(now) && failures.is_full(now);
+}
 
 void Addresses::connect(const std::string& address, TimePoint now) {
     if (entries_.size() >= sweepAt_) {
@@ -18,6 +27,7 @@ void Addresses::connect(const std::string& address, TimePoint now) {
     Entry& entered = entry(address, now);
     ++entered.connections;
     ++entered.halfOpen;
+    static_cast<void>(entered.connects.take(1, now));
 }
 
 void Addresses::finish_handshake(const std::string& address) noexcept {
@@ -34,7 +44,7 @@ void Addresses::disconnect(const std::string& address, TimePoint now) {
     }
     Entry& left = found->second;
     left.connections -= std::min<std::size_t>(left.connections, 1);
-    if (left.connections == 0 && left.failures.is_full(now)) {
+    if (left.is_idle(now)) {
         entries_.erase(found);
     }
 }
@@ -48,6 +58,11 @@ bool Addresses::is_at_end(const std::string& address) const noexcept {
     const auto found = entries_.find(address);
     return found != entries_.end() &&
            found->second.connections >= limits_.connectionsPerAddress + limits_.halfOpenPerAddress;
+}
+
+bool Addresses::may_connect(const std::string& address, TimePoint now) const noexcept {
+    const auto found = entries_.find(address);
+    return found == entries_.end() || found->second.connects.has(1, now);
 }
 
 bool Addresses::may_begin_handshake(const std::string& address) const noexcept {
@@ -65,16 +80,14 @@ bool Addresses::may_log_in(const std::string& address, TimePoint now) const noex
 }
 
 Addresses::Entry& Addresses::entry(const std::string& address, TimePoint now) {
-    const auto perMinute = static_cast<double>(limits_.failedLogins);
     return entries_
-        .try_emplace(address, Entry{0, 0, {perMinute, perMinute / SECONDS_PER_MINUTE, now}})
+        .try_emplace(address, Entry{0, 0, per_minute(limits_.connectsPerMinute, now),
+                                    per_minute(limits_.failedLogins, now)})
         .first->second;
 }
 
 void Addresses::sweep(TimePoint now) {
-    std::erase_if(entries_, [now](const auto& item) {
-        return item.second.connections == 0 && item.second.failures.is_full(now);
-    });
+    std::erase_if(entries_, [now](const auto& item) { return item.second.is_idle(now); });
     sweepAt_ = std::max(MIN_SWEEP, 2 * entries_.size());
 }
 

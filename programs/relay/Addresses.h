@@ -22,6 +22,8 @@ public:
     [[nodiscard]] bool is_over_limit(const std::string& address) const noexcept;
     /// True when the address has all it may hold, those included that are only being told to go.
     [[nodiscard]] bool is_at_end(const std::string& address) const noexcept;
+    /// False while the address has come too often.
+    [[nodiscard]] bool may_connect(const std::string& address, TimePoint now) const noexcept;
     /// False while the address has as many handshakes as it may.
     [[nodiscard]] bool may_begin_handshake(const std::string& address) const noexcept;
 
@@ -35,7 +37,11 @@ private:
     struct Entry {
         std::size_t connections = 0;
         std::size_t halfOpen = 0;  ///< of the connections
+        TokenBucket connects;
         TokenBucket failures;
+
+        /// Whether to forget the address would change nothing.
+        [[nodiscard]] bool is_idle(TimePoint now) const noexcept;
     };
 
     Entry& entry(const std::string& address, TimePoint now);

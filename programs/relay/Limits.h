@@ -15,6 +15,8 @@ struct Limits {
     std::size_t connectionsPerAddress = 64;  ///< an IPv6 /64 network counts as one address
     std::size_t halfOpen = 256;              ///< accepted, but not yet through TLS and upgrade
     std::size_t halfOpenPerAddress = 64;     ///< so that no address alone can take them all
+    /// New ones from one address, all at once or evenly: each costs the handshake of TLS.
+    std::size_t connectsPerMinute = 600;
     /// Per connection, control frames and the pieces of a message included; empty pieces, which the
     /// WebSocket layer swallows, count by their bytes alone.
     std::size_t framesPerSecond = 2500;

@@ -170,7 +170,7 @@ std::optional<Reason> Server::drop_reason(const std::string& address) const noex
     if (halfOpen_ >= limits.halfOpen || !addresses_.may_begin_handshake(address)) {
         return Reason::HALF_OPEN;
     }
-    if (addresses_.is_at_end(address)) {
+    if (addresses_.is_at_end(address) || !addresses_.may_connect(address, Clock::now())) {
         return Reason::CONNECTIONS_PER_ADDRESS;
     }
     if (connections_.size() >= limits.connections + limits.halfOpen) {

@@ -13,7 +13,7 @@ constexpr std::uint64_t GIGABYTE = 1 << 30;
 constexpr std::uint64_t HOUR = 3600;
 constexpr std::uint64_t DAY = 24 * HOUR;
 
-const std::array<Setting, 22> TABLE = {{
+const std::array<Setting, 23> TABLE = {{
     {"listen", &Options::listen, "HOST:PORT to serve players on; port 0 takes a free one"},
     {"cert", &Options::cert, "certificate chain in PEM; empty for one that signs itself"},
     {"key", &Options::key, "private key of the certificate, in PEM"},
@@ -25,6 +25,8 @@ const std::array<Setting, 22> TABLE = {{
     {"max-half-open", &Limits::halfOpen, "handshakes at the same time", 1, MILLION},
     {"max-half-open-per-address", &Limits::halfOpenPerAddress,
      "handshakes at the same time from one address", 1, MILLION},
+    {"connects-per-minute", &Limits::connectsPerMinute, "new connections a minute from one address",
+     1, MILLION},
     {"frames-per-second", &Limits::framesPerSecond, "messages a second from one client", 1,
      MILLION},
     {"bytes-per-second", &Limits::bytesPerSecond, "bytes a second from one client", 1024, GIGABYTE},

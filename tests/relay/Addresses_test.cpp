@@ -52,12 +52,27 @@ TEST(Addresses, handshakes_are_counted_for_each_address_until_they_are_over) {
     EXPECT_TRUE(addresses.may_begin_handshake("a"));
 }
 
-TEST(Addresses, what_has_left_is_forgotten) {
+TEST(Addresses, an_address_that_comes_too_often_has_to_wait) {
+    relay::Limits limits;
+    limits.connectsPerMinute = 2;
+    relay::Addresses addresses(limits);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_TRUE(addresses.may_connect("a", START));
+        addresses.connect("a", START);
+        addresses.disconnect("a", START);
+    }
+    EXPECT_FALSE(addresses.may_connect("a", START + std::chrono::seconds(29)));
+    EXPECT_TRUE(addresses.may_connect("a", START + std::chrono::seconds(30)));
+    EXPECT_TRUE(addresses.may_connect("b", START));
+}
+
+TEST(Addresses, what_has_left_is_forgotten_when_it_has_waited) {
     const relay::Limits limits;
     relay::Addresses addresses(limits);
     addresses.connect("a", START);
     addresses.disconnect("a", START);
-    addresses.disconnect("a", START);
+    EXPECT_EQ(addresses.size(), 1U);
+    addresses.disconnect("a", START + std::chrono::seconds(1));
     EXPECT_EQ(addresses.size(), 0U);
 }
 

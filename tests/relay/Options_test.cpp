@@ -202,6 +202,7 @@ TEST(Options, the_defaults_are_these) {
               "max-connections-per-address = 64\n"
               "max-half-open = 256\n"
               "max-half-open-per-address = 64\n"
+              "connects-per-minute = 600\n"
               "frames-per-second = 2500\n"
               "bytes-per-second = 1048576\n"
               "burst-seconds = 4\n"

@@ -205,6 +205,22 @@ class HalfOpenPerAddress(RelayTest):
         await asyncio.gather(*(client.close() for client in clients))
 
 
+class ConnectsPerMinute(RelayTest):
+    options = ("--connects-per-minute", "2")
+
+    async def test_an_address_that_comes_too_often_shuts_nobody_else_out(self):
+        with contextlib.ExitStack() as lines:
+            for _ in range(3):
+                last = lines.enter_context(
+                    socket.create_connection((self.relay.host, self.relay.port), LIMIT))
+            self.assertEqual(last.recv(1), b"", "the third comes too often")
+            self.relay.wait_for_line('dropped reason="connections_per_address" '
+                                     'address="127.0.0.1" count=1')
+            async with self.relay.connect(local_addr=("127.0.0.2", 0)) as client:
+                await client.send(login("g:a", "pw"))
+                self.assertEqual((await receive(client))["subType"], "welcome")
+
+
 class Fragments(RelayTest):
     options = ("--frames-per-second", "100", "--burst-seconds", "1")
 
