@@ -163,11 +163,12 @@ bool Hub::may_chat(Session& session, const Envelope& message, TimePoint now) {
         return true;
     }
     if (message.textLength > limits_.chatLength) {
-        tell_chat_dropped(session, "Your text was not sent: it is too long.");
+        tell_chat_dropped(session, "chat_length", "Your text was not sent: it is too long.");
         return false;
     }
     if (!session.chat.take(1, now)) {
-        tell_chat_dropped(session, "Your text was not sent: wait a second between two texts.");
+        tell_chat_dropped(session, "chat_rate",
+                          "Your text was not sent: wait a second between two texts.");
         return false;
     }
     session.flagChatTold = false;
@@ -175,13 +176,14 @@ bool Hub::may_chat(Session& session, const Envelope& message, TimePoint now) {
 }
 
 // Told once in a row: who floods the chat gets no flood back.
-void Hub::tell_chat_dropped(Session& session, std::string_view text) {
+void Hub::tell_chat_dropped(Session& session, std::string_view reason, std::string_view text) {
     ++metrics_.framesDropped;
     if (session.flagChatTold) {
         return;
     }
     session.flagChatTold = true;
-    log_.event("chat_dropped", {{"name", session.name}, {"address", session.address}});
+    log_.event("chat_dropped",
+               {{"reason", reason}, {"name", session.name}, {"address", session.address}});
     tell(session, chat_message("text", RELAY_NAME, session.name, text));
 }
 

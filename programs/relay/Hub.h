@@ -84,7 +84,7 @@ private:
     /// May let go of the session if it does not read.
     void tell(Session& session, std::string_view frame);
     [[nodiscard]] bool may_chat(Session& session, const Envelope& message, TimePoint now);
-    void tell_chat_dropped(Session& session, std::string_view text);
+    void tell_chat_dropped(Session& session, std::string_view reason, std::string_view text);
     void ping(Session& session, TimePoint now);
 
     const Limits& limits_;

@@ -318,12 +318,15 @@ TEST_F(Hub, the_round_trip_is_the_time_from_ping_to_pong) {
     EXPECT_DOUBLE_EQ(metrics.roundTripSum, 0.02);
 }
 
-TEST_F(Hub, no_chat_text_reaches_the_log) {
+TEST_F(Hub, no_chat_text_reaches_the_log_but_why_it_was_dropped) {
     lines.clear();
     for (int i = 0; i < 9; ++i) {
         send(*a, chat("g:a", "whisper"));
     }
-    EXPECT_EQ(lines, Texts{R"(chat_dropped name="g:a" address="192.0.2.1")"});
+    send(*b, chat("g:b", std::string(limits.chatLength + 1, 'x')));
+    const Texts expected = {R"(chat_dropped reason="chat_rate" name="g:a" address="192.0.2.1")",
+                            R"(chat_dropped reason="chat_length" name="g:b" address="192.0.2.1")"};
+    EXPECT_EQ(lines, expected);
 }
 
 }  // namespace
