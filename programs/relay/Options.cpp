@@ -131,6 +131,26 @@ std::string default_state_dir(const Environment& environment) {
     return environment("HOME").value_or("") + "/.local/state" + NAME;
 }
 
+/// Limits that can not hold together, or an empty text.
+std::string contradiction_in(const Limits& limits) {
+    if (limits.silence <= limits.ping) {
+        return "silence-seconds has to be more than ping-seconds";
+    }
+    if (limits.connectionsPerAddress > limits.connections) {
+        return "max-connections-per-address has to be at most max-connections";
+    }
+    if (limits.halfOpenPerAddress > limits.halfOpen) {
+        return "max-half-open-per-address has to be at most max-half-open";
+    }
+    if (limits.queuedOutput < limits.frameSize) {
+        return "queued-output has to be at least frame-size";
+    }
+    if (limits.bytesPerSecond * limits.burstSeconds < limits.frameSize) {
+        return "bytes-per-second times burst-seconds has to be at least frame-size";
+    }
+    return {};
+}
+
 std::string fault_of(const Options& options) {
     if (options.cert.empty() != options.key.empty()) {
         return "cert and key belong together: give both or none";
@@ -143,10 +163,7 @@ std::string fault_of(const Options& options) {
     if (options.listen.empty()) {
         return "listen needs a HOST:PORT";
     }
-    if (options.limits.silence <= options.limits.ping) {
-        return "silence-seconds has to be more than ping-seconds";
-    }
-    return {};
+    return contradiction_in(options.limits);
 }
 
 std::string read_all(const Words& words, const Environment& environment, Options& options) {

@@ -119,11 +119,28 @@ TEST(Options, what_is_wrong_is_told) {
         {{"--frame-size", "2k"}, "frame-size takes a whole number from 1024 to 1073741824"},
         {{"--chat-burst", ""}, "chat-burst takes a whole number from 1 to 1000000"},
         {{"--ping-seconds", "30"}, "silence-seconds has to be more than ping-seconds"},
+        {{"--max-connections", "63"},
+         "max-connections-per-address has to be at most max-connections"},
+        {{"--max-half-open", "63"}, "max-half-open-per-address has to be at most max-half-open"},
+        {{"--frame-size", "1048577"}, "queued-output has to be at least frame-size"},
+        {{"--bytes-per-second", "4095"},
+         "bytes-per-second times burst-seconds has to be at least frame-size"},
         {{"--config", "/nonexistent/x"}, "can not read /nonexistent/x"},
         {{"--config", "/"}, "can not read /"},
     };
     for (const FaultRow& row : rows) {
         EXPECT_EQ(read(row.arguments).fault, row.fault) << row.arguments[0];
+    }
+}
+
+TEST(Options, limits_that_just_hold_together_are_good) {
+    const std::vector<std::string> rows[] = {{"--max-connections", "64"},
+                                             {"--max-half-open", "64"},
+                                             {"--frame-size", "1048576"},
+                                             {"--bytes-per-second", "4096"},
+                                             {"--ping-seconds", "29"}};
+    for (const std::vector<std::string>& row : rows) {
+        EXPECT_EQ(read(row).fault, "") << row[0];
     }
 }
 

@@ -60,7 +60,7 @@ class FailedLogins(RelayTest):
 
 
 class Connections(RelayTest):
-    options = ("--max-connections", "2")
+    options = ("--max-connections", "2", "--max-connections-per-address", "2")
 
     async def test_one_too_many_in_all(self):
         first, second = await self.relay.pair("g")
@@ -130,7 +130,7 @@ class Rates(RelayTest):
 
 
 class Bytes(RelayTest):
-    options = ("--bytes-per-second", "10000", "--burst-seconds", "1")
+    options = ("--bytes-per-second", "10000", "--burst-seconds", "1", "--frame-size", "8192")
 
     async def test_too_many_bytes(self):
         client = await self.relay.member("g:a")
@@ -163,10 +163,13 @@ class SlowReader(RelayTest):
 
 
 class HalfOpen(RelayTest):
-    options = ("--max-half-open", "3", "--handshake-seconds", "1")
+    options = ("--max-half-open", "3", "--max-half-open-per-address", "3",
+               "--handshake-seconds", "1")
 
     async def test_handshakes_that_stand_still_are_bounded_and_end(self):
-        idle = [socket.create_connection((self.relay.host, self.relay.port)) for _ in range(4)]
+        idle = [socket.create_connection((self.relay.host, self.relay.port),
+                                         source_address=(f"127.0.0.{number}", 0))
+                for number in range(1, 5)]
         self.assertEqual(idle[3].recv(1), b"", "the fourth has no place")
         self.relay.wait_for_line('dropped reason="half_open"')
         for one in idle[:3]:
