@@ -12,9 +12,11 @@ using TimePoint = Clock::time_point;
 
 struct Limits {
     std::size_t connections = 10000;  ///< in all; the descriptors of the process bound it too
-    std::size_t connectionsPerAddress = 64;  ///< an IPv6 /64 network counts as one address
-    std::size_t halfOpen = 256;              ///< accepted, but not yet through TLS and upgrade
-    std::size_t halfOpenPerAddress = 64;     ///< so that no address alone can take them all
+    /// An IPv6 /64 network counts as one address; an ordinary line has many of these.
+    std::size_t connectionsPerAddress = 64;
+    std::size_t halfOpen = 256;  ///< accepted, but not yet through TLS and upgrade
+    /// So that no address alone can take them all; four together still can.
+    std::size_t halfOpenPerAddress = 64;
     /// New ones from one address, all at once or evenly: each costs the handshake of TLS.
     std::size_t connectsPerMinute = 600;
     /// Per connection, control frames and the pieces of a message included; empty pieces, which the

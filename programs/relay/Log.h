@@ -1,5 +1,5 @@
 // One line per event, such as
-//     2026-11-21T09:36:58.123Z login name="group1:Nilo" address="127.0.0.1" members=1
+//     2026-11-21T09:36:58.123Z login name="group1:Nilo" address="127.0.0.1"
 // No password and no chat text is ever handed to it.
 #pragma once
 
