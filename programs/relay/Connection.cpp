@@ -107,7 +107,9 @@ void Connection::on_message() {
     shared_.hub.on_frame(session_, {static_cast<const char*>(bytes.data()), bytes.size()},
                          Clock::now());
     if (flagLogin) {
-        OPENSSL_cleanse(buffer_.data().data(), buffer_.size());  // it holds the password
+        // It holds the password, and so does Beast's own read buffer, which nobody can reach: what
+        // is there stays until later messages of this client lie over it.
+        OPENSSL_cleanse(buffer_.data().data(), buffer_.size());
         schedule_check();
     }
     buffer_.consume(buffer_.size());

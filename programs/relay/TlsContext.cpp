@@ -60,9 +60,9 @@ std::string folder_fault(const fs::path& folder) {
 
 void configure(SSL_CTX* context) {
     SSL_CTX_set_min_proto_version(context, TLS1_2_VERSION);
-    SSL_CTX_set_options(context, SSL_OP_NO_RENEGOTIATION | SSL_OP_NO_COMPRESSION |
-                                     SSL_OP_IGNORE_UNEXPECTED_EOF |
-                                     SSL_OP_CIPHER_SERVER_PREFERENCE | SSL_OP_NO_TICKET);
+    SSL_CTX_set_options(
+        context, SSL_OP_NO_RENEGOTIATION | SSL_OP_NO_COMPRESSION | SSL_OP_IGNORE_UNEXPECTED_EOF |
+                     SSL_OP_CIPHER_SERVER_PREFERENCE | SSL_OP_NO_TICKET | SSL_OP_CLEANSE_PLAINTEXT);
     // AES-128 first: as safe here, and the fastest on nearly every machine.
     SSL_CTX_set_ciphersuites(
         context, "TLS_AES_128_GCM_SHA256:TLS_AES_256_GCM_SHA384:TLS_CHACHA20_POLY1305_SHA256");
