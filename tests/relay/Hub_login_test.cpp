@@ -102,8 +102,14 @@ TEST_F(HubLogin, a_name_that_breaks_a_rule_is_refused) {
         {"Hangul filler", "g:a\xE3\x85\xA4", Reason::NAME_BAD_CHARACTER},
         {"variation selector", "g:a\xEF\xB8\x8F", Reason::NAME_BAD_CHARACTER},
         {"narrow Hangul filler", "g:a\xEF\xBE\xA0", Reason::NAME_BAD_CHARACTER},
+        {"unassigned special", "g:a\xEF\xBF\xB0", Reason::NAME_BAD_CHARACTER},
         {"annotation anchor", "g:a\xEF\xBF\xB9", Reason::NAME_BAD_CHARACTER},
+        {"shorthand control", "g:a\xF0\x9B\xB2\xA3", Reason::NAME_BAD_CHARACTER},
+        {"musical control", "g:a\xF0\x9D\x85\xB3", Reason::NAME_BAD_CHARACTER},
+        {"language tag", "g:a\xF3\xA0\x80\x81", Reason::NAME_BAD_CHARACTER},
+        {"unassigned tag", "g:a\xF3\xA0\x82\x80", Reason::NAME_BAD_CHARACTER},
         {"late variation selector", "g:a\xF3\xA0\x87\xAF", Reason::NAME_BAD_CHARACTER},
+        {"last unassigned ignorable", "g:a\xF3\xA0\xBF\xBF", Reason::NAME_BAD_CHARACTER},
     };
     for (const NameRow& row : rows) {
         auto client = connect(row.title);
