@@ -1,23 +1,34 @@
 // What a line in the log view costs beside a bare QPlainTextEdit that is given the same lines in
-// the same formats, and what a line costs that the panel's own level drops.
+// the same formats, what a line costs that the panel's own level drops, and whether the memory of a
+// full view grows.
 
 #include "ze/log/LogConsole.h"
 #include "ze/log/log.h"
 #include "ze/qt/GLogView.h"
 #include "ze/qt/GPanelLogView.h"
 
+#include "resident_memory.h"
+
+#include <QCoreApplication>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextCursor>
 
+#include <algorithm>
+
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 
 namespace {
 
-constexpr int LIMIT = 20000;  // lines that the view keeps
-constexpr int FILL = 2000;    // lines of one filling
+constexpr int LIMIT = 20000;         // lines that the view keeps
+constexpr int FILL = 2000;           // lines of one filling
+constexpr int SETTLING = 2 * LIMIT;  // lines that push out lines until Qt has cleared away some
+constexpr int MORE = 100000;         // lines that come after them
+constexpr int TURN = 1000;           // lines between two turns of the event loop
 constexpr int DEBUG_LEVEL = 3;
+constexpr double FILTERED_SECONDS = 20e-9;  // that a line may take which is not shown
 
 const QString& line() {
     static const QString text = QStringLiteral(
@@ -93,10 +104,59 @@ void line_filtered_by_the_panel(benchmark::State& state) {
     }
 }
 
+void line_filtered_allowed(benchmark::State& state) {
+    for (auto _ : state) {
+        state.SetIterationTime(FILTERED_SECONDS);
+    }
+}
+
+/// The highest resident memory in KiB on the way: Qt clears away what went only now and then.
+long append(ze::qt::GLogView& view, int lines) {
+    long highest = 0;
+    for (int i = 0; i < lines; ++i) {
+        view.append_line(line(), DEBUG_LEVEL);
+        if (i % TURN == 0) {
+            QCoreApplication::processEvents();
+            highest = std::max(highest, resident_kib());
+        }
+    }
+    return highest;
+}
+
+/// Of a view that has just reached its limit, and of the same one long after.
+struct Memory {
+    long settling = 0;
+    long later = 0;
+};
+
+const Memory& memory() {
+    static const Memory measured = [] {
+        malloc_trim(0);  // what others have freed is no room for this view
+        ze::qt::GLogView view;
+        view.resize(600, 300);
+        view.show();
+        append(view, LIMIT);
+        const long settling = append(view, SETTLING);
+        return Memory{settling, append(view, MORE)};
+    }();
+    return measured;
+}
+
+void view_memory(benchmark::State& state, long Memory::*when) {
+    for (auto _ : state) {
+        set_memory(state, static_cast<double>(memory().*when));
+    }
+}
+
 BENCHMARK(fill<ze::qt::GLogView>)->Name("log_view_fill/ours")->Unit(benchmark::kMillisecond);
 BENCHMARK(fill<BareView>)->Name("log_view_fill/peer")->Unit(benchmark::kMillisecond);
 BENCHMARK(at_the_limit<ze::qt::GLogView>)->Name("log_view_limit/ours");
 BENCHMARK(at_the_limit<BareView>)->Name("log_view_limit/peer");
-BENCHMARK(line_filtered_by_the_panel);
+BENCHMARK(line_filtered_by_the_panel)->Name("log_view_filtered/ours");
+BENCHMARK(line_filtered_allowed)->Name("log_view_filtered/peer")->UseManualTime();
+BENCHMARK_CAPTURE(view_memory, ours, &Memory::later)->Name("log_view_memory/ours")->UseManualTime();
+BENCHMARK_CAPTURE(view_memory, peer, &Memory::settling)
+    ->Name("log_view_memory/peer")
+    ->UseManualTime();
 
 }  // namespace

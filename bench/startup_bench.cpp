@@ -14,6 +14,8 @@
 #include "ze/qt/components/GLineEdit.h"
 #include "ze/qt/resources.h"
 
+#include "resident_memory.h"
+
 #include <QDir>
 #include <QFile>
 #include <QHBoxLayout>
@@ -38,19 +40,6 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr int BUTTONS = 10;
-
-/// Resident memory of this process in KiB.
-long resident_kib() {
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (status.open(QIODevice::ReadOnly)) {
-        for (const QByteArray& line : status.readAll().split('\n')) {
-            if (line.startsWith("VmRSS:")) {
-                return line.mid(6).trimmed().split(' ').first().toLong();
-            }
-        }
-    }
-    return 0;
-}
 
 /// Prints "microseconds kibibytes" and ends the program, once the window has been painted.
 class PaintWatcher : public QObject {
@@ -189,10 +178,9 @@ void startup_with_settings(benchmark::State& state, const char* kind, int window
     time_startup(state, kind, folder.path());
 }
 
-/// The resident memory, told as if a KiB were a microsecond, so that the pair can be compared.
 void startup_memory(benchmark::State& state, const char* kind) {
     for (auto _ : state) {
-        state.SetIterationTime(run(kind, qEnvironmentVariable(CONFIG_FOLDER)).kib / 1e6);
+        set_memory(state, run(kind, qEnvironmentVariable(CONFIG_FOLDER)).kib);
     }
 }
 
