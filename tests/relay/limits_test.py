@@ -8,7 +8,7 @@ import time
 import unittest
 
 import websockets
-from relay_program import (LIMIT, RelayTest, client_context, login, message, play, receive,
+from relay_program import (LIMIT, STALL, RelayTest, client_context, login, message, play, receive,
                            receive_text, refusal)
 from violations_test import CONTINUATION, TEXT, Line, frame, request
 
@@ -154,8 +154,10 @@ class SlowReader(RelayTest):
                 await first.send(text)
         flooding = asyncio.ensure_future(flood())
         for number in range(100):
+            begun = time.monotonic()
             await others[0].send(play("h:a", number))
             self.assertEqual(await receive_text(others[1]), play("h:a", number))
+            self.assertLess(time.monotonic() - begun, STALL)
         self.assertEqual((await receive(first))["subType"], "bye")
         flooding.cancel()
         self.relay.wait_for_line('refused reason="output_full" name="g:b"')

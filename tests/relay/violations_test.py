@@ -12,7 +12,7 @@ import threading
 import time
 import unittest
 
-from relay_program import LIMIT, Relay, client_context, login, play, receive_text
+from relay_program import LIMIT, STALL, Relay, client_context, login, play, receive_text
 
 # What a socket says that has nothing to read or no room to write.
 WAITS = (ssl.SSLWantReadError, ssl.SSLWantWriteError, BlockingIOError)
@@ -266,10 +266,12 @@ class Violations(unittest.TestCase):
 
     def run_rows(self, rows, run):
         """All rows side by side, as on a bad day. What each came to, by its title."""
-        self.witnesses.count_rounds()
+        self.witnesses.take_rounds()
         with concurrent.futures.ThreadPoolExecutor(16) as pool:
             running = {title: pool.submit(run, self.relay, row) for title, row in rows.items()}
-        self.assertGreater(self.witnesses.count_rounds(), 0, "the others go on playing")
+        rounds, slowest = self.witnesses.take_rounds()
+        self.assertGreater(rounds, 0, "the others go on playing")
+        self.assertLess(slowest, STALL, "and never feel it")
         return {title: result.result() for title, result in running.items()}
 
     def test_what_is_no_tls_ends(self):
@@ -320,6 +322,8 @@ class Witnesses:
     def __init__(self, relay):
         self._relay = relay
         self._rounds = 0
+        self._slowest = 0
+        self._begun = None  # of the round that is played now
         self._fault = None
         self._go_on = True
         self._thread = threading.Thread(target=lambda: asyncio.run(self._play()))
@@ -329,22 +333,31 @@ class Witnesses:
         try:
             pair = await self._relay.pair("witness")
             while self._go_on:
+                self._begun = time.monotonic()
                 for sender, taker, name in ((0, 1, "witness:a"), (1, 0, "witness:b")):
                     text = play(name, self._rounds)
                     await pair[sender].send(text)
                     while (news := await receive_text(pair[taker])) != text:
                         assert '"PING"' in news, news
+                self._slowest = self._slowest_so_far()
+                self._begun = None
                 self._rounds += 1
                 await asyncio.sleep(0.01)  # a player's pace, not a flood
         except Exception as fault:  # pylint: disable=broad-except
             self._fault = fault
 
-    def count_rounds(self):
-        """Rounds since the last call; raises what has gone wrong."""
+    def _slowest_so_far(self):
+        begun = self._begun
+        return self._slowest if begun is None else max(self._slowest, time.monotonic() - begun)
+
+    def take_rounds(self):
+        """Rounds since the last call and the seconds of the slowest, which may not be over yet;
+        raises what has gone wrong."""
         if self._fault is not None:
             raise self._fault
-        rounds, self._rounds = self._rounds, 0
-        return rounds
+        result = self._rounds, self._slowest_so_far()
+        self._rounds, self._slowest = 0, 0
+        return result
 
     def stop(self):
         self._go_on = False
