@@ -20,7 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr long VALID_SECONDS = 10L * 365 * 24 * 60 * 60;
 // Some clocks are a little behind.
 constexpr long VALID_BEFORE_SECONDS = 24L * 60 * 60;
 
@@ -54,12 +53,12 @@ void set_names(X509* cert) {
     }
 }
 
-CertPtr make_certificate(EVP_PKEY* key) {
+CertPtr make_certificate(EVP_PKEY* key, std::chrono::seconds validity) {
     CertPtr cert(X509_new(), &X509_free);
     X509_set_version(cert.get(), X509_VERSION_3);
     set_serial(cert.get());
     X509_gmtime_adj(X509_getm_notBefore(cert.get()), -VALID_BEFORE_SECONDS);
-    X509_gmtime_adj(X509_getm_notAfter(cert.get()), VALID_SECONDS);
+    X509_gmtime_adj(X509_getm_notAfter(cert.get()), validity.count());
     X509_set_pubkey(cert.get(), key);
     set_names(cert.get());
     if (X509_sign(cert.get(), key, EVP_sha256()) == 0) {
@@ -112,14 +111,14 @@ std::string write_file(const std::string& path, const std::string& text, mode_t 
 
 }  // namespace
 
-std::string make_self_signed(const CertificateFiles& files) {
+std::string make_self_signed(const CertificateFiles& files, std::chrono::seconds validity) {
     std::error_code ec;
     const fs::path folder = fs::path(files.key).parent_path();
     if (!fs::exists(folder, ec) && fs::create_directories(folder, ec)) {
         fs::permissions(folder, fs::perms::owner_all, ec);
     }
     const KeyPtr key(EVP_EC_gen("P-256"), &EVP_PKEY_free);
-    const CertPtr cert = key ? make_certificate(key.get()) : CertPtr(nullptr, &X509_free);
+    const CertPtr cert = key ? make_certificate(key.get(), validity) : CertPtr(nullptr, &X509_free);
     if (!cert) {
         ERR_clear_error();
         return "can not make a certificate";

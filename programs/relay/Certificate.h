@@ -2,6 +2,7 @@
 // start.
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -33,8 +34,12 @@ private:
     std::unique_ptr<SSL_CTX, Free> context_;
 };
 
+/// How long a certificate of the relay's own is good.
+inline constexpr std::chrono::hours OWN_VALIDITY{10 * 365 * 24};
+
 /// Makes a key that only its owner can read, and a certificate for it that signs itself; what is
 /// wrong, or an empty text.
-[[nodiscard]] std::string make_self_signed(const CertificateFiles& files);
+[[nodiscard]] std::string make_self_signed(const CertificateFiles& files,
+                                           std::chrono::seconds validity = OWN_VALIDITY);
 
 }  // namespace relay

@@ -45,6 +45,24 @@ TEST_F(Certificate, the_second_load_keeps_what_is_there) {
     EXPECT_EQ(read(own.cert), cert);
 }
 
+TEST_F(Certificate, one_that_runs_out_within_a_month_is_made_anew) {
+    relay::TlsContext tls;
+    for (const int days : {-1, 29}) {
+        ASSERT_EQ(relay::make_self_signed(own, std::chrono::hours(24 * days)), "");
+        const std::string cert = read(own.cert);
+        ASSERT_EQ(tls.load(own), "");
+        EXPECT_NE(read(own.cert), cert) << days;
+    }
+}
+
+TEST_F(Certificate, one_that_is_good_for_more_than_a_month_stays) {
+    ASSERT_EQ(relay::make_self_signed(own, std::chrono::hours(24 * 31)), "");
+    const std::string cert = read(own.cert);
+    relay::TlsContext tls;
+    ASSERT_EQ(tls.load(own), "");
+    EXPECT_EQ(read(own.cert), cert);
+}
+
 TEST_F(Certificate, one_that_is_broken_is_made_anew) {
     relay::TlsContext tls;
     ASSERT_EQ(tls.load(own), "");
