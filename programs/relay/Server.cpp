@@ -1,23 +1,18 @@
 #include "Server.h"
 
 #include "address.h"
+#include "tune.h"
 
 #include <csignal>
 #include <thread>
 #include <utility>
 
 #include <boost/asio/ip/host_name.hpp>
-#include <sys/socket.h>
 
 namespace relay {
 
 namespace {
 
-// What the kernel may hold for one connection, so that a slow reader's backlog stays in sight of
-// queuedOutput; it doubles the number for its own bookkeeping.
-constexpr int KERNEL_BUFFER = 64 << 10;
-// Sent data that nobody acknowledges ends the connection after this.
-constexpr unsigned ACKNOWLEDGE_MILLIS = 30000;
 constexpr std::chrono::milliseconds ACCEPT_PAUSE{100};
 constexpr std::chrono::milliseconds SHUTDOWN_TIME{1500};
 constexpr std::chrono::seconds DROP_LOG_PAUSE{1};
@@ -25,17 +20,6 @@ constexpr std::chrono::seconds DROP_LOG_PAUSE{1};
 // players each message would wake the relay for itself, and a wake-up costs a good part of what
 // forwarding does. Two players, whose messages come milliseconds apart, never wait for it.
 constexpr std::chrono::microseconds TURN{250};
-
-using NoDelay = net::ip::tcp::no_delay;
-
-void tune(TlsStream::Socket& socket) {
-    error_code ignored;
-    socket.set_option(NoDelay(true), ignored);
-    socket.set_option(net::socket_base::send_buffer_size(KERNEL_BUFFER), ignored);
-    socket.set_option(net::socket_base::receive_buffer_size(KERNEL_BUFFER), ignored);
-    setsockopt(socket.native_handle(), IPPROTO_TCP, TCP_USER_TIMEOUT, &ACKNOWLEDGE_MILLIS,
-               sizeof ACKNOWLEDGE_MILLIS);
-}
 
 }  // namespace
 

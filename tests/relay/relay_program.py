@@ -73,9 +73,9 @@ class Relay:
                                   compression=None, ping_interval=None, max_queue=None,
                                   max_size=None, close_timeout=1, **options)
 
-    async def member(self, name, password="secret"):
+    async def member(self, name, password="secret", **options):
         """A client that is logged in and has read its welcome."""
-        client = await self.connect()
+        client = await self.connect(**options)
         await client.send(login(name, password))
         welcome = await receive(client)
         assert welcome["subType"] == "welcome", welcome
