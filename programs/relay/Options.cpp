@@ -131,16 +131,11 @@ std::string default_state_dir(const Environment& environment) {
     return environment("HOME").value_or("") + "/.local/state" + NAME;
 }
 
-/// Limits that can not hold together, or an empty text.
+/// Limits that can not hold together, or an empty text. A share of one address above the whole is
+/// none: it is never met, and who lowers the whole need not know of it.
 std::string contradiction_in(const Limits& limits) {
     if (limits.silence <= limits.ping) {
         return "silence-seconds has to be more than ping-seconds";
-    }
-    if (limits.connectionsPerAddress > limits.connections) {
-        return "max-connections-per-address has to be at most max-connections";
-    }
-    if (limits.halfOpenPerAddress > limits.halfOpen) {
-        return "max-half-open-per-address has to be at most max-half-open";
     }
     if (limits.queuedOutput < limits.frameSize) {
         return "queued-output has to be at least frame-size";

@@ -60,7 +60,7 @@ class FailedLogins(RelayTest):
 
 
 class Connections(RelayTest):
-    options = ("--max-connections", "2", "--max-connections-per-address", "2")
+    options = ("--max-connections", "2")
 
     async def test_one_too_many_in_all(self):
         first, second = await self.relay.pair("g")
