@@ -17,7 +17,8 @@ import websockets
 PROGRAM = os.environ["RELAY_PROGRAM"]
 TARGET = "/ws/chat?sessid=play"
 LIMIT = 20  # seconds until something that is waited for counts as lost
-# Seconds that no message of a pair takes, busy as the machine may be, unless the relay stands still.
+# Seconds that no message of a pair takes, busy as the machine may be, unless the relay stands
+# still.
 STALL = 2
 
 
