@@ -110,6 +110,7 @@ void Connection::on_message() {
         // It holds the password, and so does Beast's own read buffer, which nobody can reach: what
         // is there stays until later messages of this client lie over it.
         OPENSSL_cleanse(buffer_.data().data(), buffer_.size());
+        tls().stop_wiping();
         schedule_check();
     }
     buffer_.consume(buffer_.size());

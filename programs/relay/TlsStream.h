@@ -67,6 +67,9 @@ public:
     void limit_input(std::size_t bytes) noexcept { inputLeft_ = bytes; }
     void close() noexcept;
 
+    /// From now on nothing secret comes: what was read may stay in OpenSSL's buffer.
+    void stop_wiping() noexcept { SSL_clear_options(ssl_, SSL_OP_CLEANSE_PLAINTEXT); }
+
 private:
     enum class Step { DONE, NEEDS_INPUT, NEEDS_ROOM };
     struct HandshakeOperation;
