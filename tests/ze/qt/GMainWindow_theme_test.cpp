@@ -52,6 +52,7 @@ protected:
     }
 
     test::LogCapture log;
+    std::vector<unsigned> themesSeen;  // outlives the window, whose palette may change at its end
     ProbeWindow window;
     GButton* button = nullptr;
     BasicSlider* slider = nullptr;
@@ -84,8 +85,7 @@ TEST_F(WindowTheme, each_widget_of_a_window_tells_its_theme) {
 }
 
 TEST_F(WindowTheme, the_palette_tells_its_listeners_when_the_loop_turns) {
-    std::vector<unsigned> themesSeen;
-    window.theme_listener += [this, &themesSeen](const unsigned& theme) {
+    window.theme_listener += [this](const unsigned& theme) {
         themesSeen.push_back(theme);
     };
     window.set_theme(themes::GREEN, 0);
@@ -185,16 +185,15 @@ TEST_F(WindowTheme, a_window_that_follows_the_application_has_its_palette) {
     window.set_theme(GMainWindow::THEME_OF_APPLICATION, 0);
     EXPECT_FALSE(window.has_its_own_palette());
     EXPECT_EQ(stored_theme(), 3U);
-    std::vector<unsigned> seen;
-    window.theme_listener += [&seen](const unsigned& theme) {
-        seen.push_back(theme);
+    window.theme_listener += [this](const unsigned& theme) {
+        themesSeen.push_back(theme);
     };
     const QPalette before = QApplication::palette();
     themes::apply_the_theme(themes::DARK);
     test::turn_event_loop();
     EXPECT_EQ(window.palette().color(QPalette::Window), QColor(0x35, 0x35, 0x35));
-    ASSERT_FALSE(seen.empty());
-    EXPECT_EQ(seen.back(), themes::DARK);
+    ASSERT_FALSE(themesSeen.empty());
+    EXPECT_EQ(themesSeen.back(), themes::DARK);
     QApplication::setPalette(before);
 }
 
