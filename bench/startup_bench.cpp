@@ -132,6 +132,7 @@ struct Figures {
 };
 
 constexpr const char* CONFIG_FOLDER = "XDG_CONFIG_HOME";
+
 /// Writes the settings of so many other windows, 211 bytes for each.
 void fill_settings(const QString& folder, int windows) {
     QDir(folder).mkpath(QStringLiteral("vork2d.example"));

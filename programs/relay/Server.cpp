@@ -18,7 +18,8 @@ constexpr std::chrono::milliseconds SHUTDOWN_TIME{1500};
 constexpr std::chrono::seconds DROP_LOG_PAUSE{1};
 // At most one wake-up in this time, which serves all that has come meanwhile: with hundreds of
 // players each message would wake the relay for itself, and a wake-up costs a good part of what
-// forwarding does. Two players, whose messages come milliseconds apart, never wait for it.
+// forwarding does. After a turn that served one thing there is nothing to gather: two players,
+// whose messages come milliseconds apart, wait for nothing.
 constexpr std::chrono::microseconds TURN{250};
 
 }  // namespace

@@ -19,7 +19,7 @@ TARGET = "/ws/chat?sessid=play"
 LIMIT = 20  # seconds until something that is waited for counts as lost
 # Seconds that no message of a pair takes, busy as the machine may be, unless the relay stands
 # still.
-STALL = 2
+STALL = 5
 
 
 def client_context():
