@@ -60,6 +60,10 @@ Connection::Connection(TlsStream::Socket socket, SSL_CTX* context, Shared& share
     socket_.read_message_max(0);  // on_read() counts, so that the client can be told
     socket_.set_option(websocket::stream_base::timeout{websocket::stream_base::none(),
                                                        websocket::stream_base::none(), false});
+    // Beast would tell its name and version here.
+    socket_.set_option(websocket::stream_base::decorator([](websocket::response_type& response) {
+        response.set(boost::beast::http::field::server, "vork2d-relay");
+    }));
 }
 
 void Connection::read() {

@@ -1,6 +1,7 @@
 #include "Server.h"
 
 #include "address.h"
+#include "descriptors.h"
 #include "tune.h"
 
 #include <csignal>
@@ -15,12 +16,13 @@ namespace {
 
 constexpr std::chrono::milliseconds ACCEPT_PAUSE{100};
 constexpr std::chrono::milliseconds SHUTDOWN_TIME{1500};
-constexpr std::chrono::seconds DROP_LOG_PAUSE{1};
 // At most one wake-up in this time, which serves all that has come meanwhile: with hundreds of
 // players each message would wake the relay for itself, and a wake-up costs a good part of what
 // forwarding does. After a turn that served one thing there is nothing to gather: two players,
 // whose messages come milliseconds apart, wait for nothing.
 constexpr std::chrono::microseconds TURN{250};
+// For what the relay opens beside connections: listening, signals, the log, the certificate.
+constexpr std::size_t OWN_DESCRIPTORS = 32;
 
 }  // namespace
 
@@ -81,10 +83,7 @@ std::string Server::reach() const {
 }
 
 void Server::run() {
-    log_.event("ready", {{"connections", options_.limits.connections}});
-    if (status_) {
-        log_.event("status", {{"address", status_->address()}});
-    }
+    announce();
     while (context_.run_one() > 0) {
         const TimePoint begin = Clock::now();
         const bool flagBusy = context_.poll() > 0;
@@ -93,6 +92,19 @@ void Server::run() {
         }
     }
     log_.event("stopped");
+}
+
+void Server::announce() const {
+    log_.event("ready", {{"connections", options_.limits.connections}});
+    if (status_) {
+        log_.event("status", {{"address", status_->address()}});
+    }
+    // Beside those who play stand those in a handshake and those who are only being told to go.
+    const std::size_t needed =
+        options_.limits.connections + 2 * options_.limits.halfOpen + OWN_DESCRIPTORS;
+    if (const auto allowed = descriptor_limit(); allowed && *allowed < needed) {
+        log_.event("few_descriptors", {{"allowed", *allowed}, {"needed", needed}});
+    }
 }
 
 void Server::accept() {
@@ -117,7 +129,9 @@ void Server::on_accept(error_code ec, TlsStream::Socket socket) {
 
 // Out of descriptors, most likely: the backlog of the kernel waits with us.
 void Server::pause_accepting(const error_code& ec) {
-    log_.event("accept_failed", {{"detail", ec.message()}});
+    if (const std::uint64_t count = acceptFailures_.count(Clock::now()); count > 0) {
+        log_.event("accept_failed", {{"detail", ec.message()}, {"count", count}});
+    }
     timer_.expires_after(ACCEPT_PAUSE);
     timer_.async_wait([this](error_code waited) {
         if (!waited) {
@@ -177,14 +191,9 @@ std::optional<Reason> Server::refusal(const std::string& address) const noexcept
 // one line a second for each reason, with the address of the last.
 void Server::drop(Reason reason, const std::string& address) {
     metrics_.refuse(reason);
-    Drops& drops = drops_[reason];
-    ++drops.unlogged;
-    const TimePoint now = Clock::now();
-    if (now - drops.tmLogged >= DROP_LOG_PAUSE) {
-        log_.event("dropped", {{"reason", info(reason).word},
-                               {"address", address},
-                               {"count", std::exchange(drops.unlogged, 0)}});
-        drops.tmLogged = now;
+    if (const std::uint64_t count = drops_[reason].count(Clock::now()); count > 0) {
+        log_.event("dropped",
+                   {{"reason", info(reason).word}, {"address", address}, {"count", count}});
     }
 }
 

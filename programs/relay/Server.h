@@ -10,6 +10,7 @@
 #include "Metrics.h"
 #include "Options.h"
 #include "StatusServer.h"
+#include "Throttle.h"
 
 #include <map>
 #include <memory>
@@ -40,6 +41,7 @@ private:
     using Acceptor = net::basic_socket_acceptor<net::ip::tcp, TlsStream::executor_type>;
     using Endpoint = net::ip::tcp::endpoint;
 
+    void announce() const;
     void accept();
     void on_accept(error_code ec, TlsStream::Socket socket);
     void admit(TlsStream::Socket socket, const Endpoint& from);
@@ -72,11 +74,8 @@ private:
     std::unordered_map<Connection*, std::shared_ptr<Connection>> connections_;
     std::size_t halfOpen_ = 0;
     std::size_t staying_ = 0;  ///< of the connections, those that are not leaving
-    struct Drops {
-        TimePoint tmLogged{};
-        std::size_t unlogged = 0;
-    };
-    std::map<Reason, Drops> drops_;
+    std::map<Reason, Throttle> drops_;
+    Throttle acceptFailures_;
     bool flagShuttingDown_ = false;
 };
 

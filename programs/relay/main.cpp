@@ -4,12 +4,11 @@
 #include "Options.h"
 #include "Server.h"
 #include "address.h"
+#include "descriptors.h"
 
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-
-#include <sys/resource.h>
 
 namespace {
 
@@ -18,15 +17,6 @@ constexpr int EXIT_USAGE = 2;
 std::optional<std::string> environment(const std::string& name) {
     const char* value = std::getenv(name.c_str());
     return value ? std::optional<std::string>(value) : std::nullopt;
-}
-
-// Each connection is a descriptor, and the usual soft limit is only 1,024.
-void raise_descriptor_limit() {
-    rlimit limit{};
-    if (getrlimit(RLIMIT_NOFILE, &limit) == 0) {
-        limit.rlim_cur = limit.rlim_max;
-        setrlimit(RLIMIT_NOFILE, &limit);
-    }
 }
 
 int fail(const std::string& fault) {
@@ -58,7 +48,7 @@ int check(const relay::Options& options) {
 
 int serve(const relay::Options& options) {
     std::signal(SIGPIPE, SIG_IGN);
-    raise_descriptor_limit();
+    relay::raise_descriptor_limit();
     const relay::Log log(relay::stdout_sink());
     relay::Server server(options, log);
     if (const std::string fault = server.start(); !fault.empty()) {

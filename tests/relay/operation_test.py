@@ -1,8 +1,10 @@
 """Starting, watching, reloading and stopping the relay, as its host does it."""
 
 import asyncio
+import contextlib
 import os
 import re
+import resource
 import signal
 import socket
 import ssl
@@ -16,6 +18,7 @@ import urllib.request
 
 from relay_program import (LIMIT, PROGRAM, Relay, RelayTest, client_context, login, message,
                            receive_until_closed)
+from violations_test import Line, request
 
 
 def run(*options, environment=None):
@@ -187,6 +190,58 @@ class Status(RelayTest):
         with self.assertRaises(urllib.error.HTTPError) as raised:
             await asyncio.to_thread(urllib.request.urlopen, request, context=context)
         self.assertEqual(raised.exception.code, 404)
+
+
+    async def test_no_answer_tells_what_the_relay_is_made_of(self):
+        answers = []
+        for asked in (request(), request(Sec_WebSocket_Key=None), request("GET / HTTP/1.1")):
+            with contextlib.closing(Line(self.relay)) as line:
+                line.send(asked)
+                while b"\r\n\r\n" not in line.received:
+                    line.received += line.socket.recv(4096)
+                answers.append(line.received.decode("latin-1"))
+        self.assertEqual([answer.split(" ")[1] for answer in answers], ["101", "400", "404"])
+        with urllib.request.urlopen(f"http://{self.address}/health", timeout=LIMIT) as answer:
+            answers.append(str(answer.headers))
+        for answer in answers:
+            servers = re.findall(r"^Server: *(.*?)\r?$", answer, re.M | re.I)
+            self.assertLessEqual(set(servers), {"vork2d-relay"}, answer)
+            self.assertNotRegex(answer, r"(?i)beast|boost")
+
+
+class Descriptors(unittest.IsolatedAsyncioTestCase):
+    def start(self, *options, **more):
+        relay = Relay(*options, **more)
+        self.addCleanup(relay.__exit__)
+        return relay
+
+    def test_the_limit_is_raised_and_too_few_are_told(self):
+        few = self.start("--max-connections", "500", "--max-half-open", "10",
+                         prefix=("prlimit", "--nofile=64:300"))
+        line = few.wait_for_line("few_descriptors")
+        self.assertRegex(line, r"few_descriptors allowed=300 needed=552$")
+
+    def test_enough_are_nothing_to_tell(self):
+        enough = self.start("--max-connections", "200", "--max-half-open", "10",
+                            prefix=("prlimit", "--nofile=64:300"))
+        enough.stop()
+        self.assertNotIn("few_descriptors", "\n".join(enough.lines))
+
+    async def test_no_descriptor_left_is_one_line_a_second_with_its_count(self):
+        relay = self.start()
+        members = [await relay.member(f"g{number}:a") for number in range(3)]
+        last = max(int(name) for name in os.listdir(f"/proc/{relay.process.pid}/fd"))
+        resource.prlimit(relay.process.pid, resource.RLIMIT_NOFILE, (last + 1, last + 1))
+        with contextlib.ExitStack() as lines:
+            for _ in range(last):  # more than the numbers below it that are free
+                lines.enter_context(socket.create_connection((relay.host, relay.port)))
+            relay.wait_for_line("accept_failed .*count=1$")
+            second = relay.wait_for_line(r"accept_failed detail=.* count=(?!1$)\d+$")
+        self.assertGreaterEqual(int(second.rsplit("=", 1)[1]), 5)
+        failures = [line for line in relay.lines if "accept_failed" in line]
+        self.assertEqual(len(failures), 2, failures)
+        for member in members:
+            await member.close()
 
 
 class Log(RelayTest):

@@ -30,14 +30,14 @@ def client_context():
 
 
 class Relay:
-    """A relay on a free port, with a state folder of its own."""
+    """A relay on a free port, with a state folder of its own. `prefix` is a command that runs it."""
 
-    def __init__(self, *options, environment=None, state_dir=None):
+    def __init__(self, *options, environment=None, state_dir=None, prefix=()):
         self._folder = tempfile.TemporaryDirectory()
         self.state_dir = state_dir or os.path.join(self._folder.name, "state")
         clean = {k: v for k, v in os.environ.items() if not k.startswith("VORK2D_RELAY_")}
         self.process = subprocess.Popen(
-            [PROGRAM, "--state-dir", self.state_dir, "--listen", "127.0.0.1:0", *options],
+            [*prefix, PROGRAM, "--state-dir", self.state_dir, "--listen", "127.0.0.1:0", *options],
             stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
             env={**clean, **(environment or {})})
         self.lines = []
