@@ -26,9 +26,10 @@ constexpr std::size_t OWN_DESCRIPTORS = 32;
 
 }  // namespace
 
-Server::Server(const Options& options, const Log& log)
+Server::Server(const Options& options, const Log& log, const ServiceManager& manager)
     : options_(options),
       log_(log),
+      manager_(manager),
       addresses_(options.limits),
       hub_(options.limits, addresses_, metrics_, log),
       deadlines_(context_),
@@ -45,6 +46,7 @@ Server::Server(const Options& options, const Log& log)
               }},
       acceptor_(context_.get_executor()),
       signals_(context_, SIGTERM, SIGINT, SIGHUP),
+      watchdog_(context_),
       timer_(context_) {}
 
 std::string Server::start() {
@@ -94,7 +96,7 @@ void Server::run() {
     log_.event("stopped");
 }
 
-void Server::announce() const {
+void Server::announce() {
     log_.event("ready", {{"connections", options_.limits.connections}});
     if (status_) {
         log_.event("status", {{"address", status_->address()}});
@@ -104,6 +106,21 @@ void Server::announce() const {
         options_.limits.connections + 2 * options_.limits.halfOpen + OWN_DESCRIPTORS;
     if (const auto allowed = descriptor_limit(); allowed && *allowed < needed) {
         log_.event("few_descriptors", {{"allowed", *allowed}, {"needed", needed}});
+    }
+    manager_.tell("READY=1");
+    feed_watchdog();
+}
+
+// From the loop: it stops when the loop stands still, and the relay is started afresh.
+void Server::feed_watchdog() {
+    if (const auto interval = manager_.watchdog_interval()) {
+        manager_.tell("WATCHDOG=1");
+        watchdog_.expires_after(*interval);
+        watchdog_.async_wait([this](error_code ec) {
+            if (!ec) {
+                feed_watchdog();
+            }
+        });
     }
 }
 
@@ -243,6 +260,7 @@ void Server::reload() {
 
 void Server::shut_down() {
     flagShuttingDown_ = true;
+    manager_.tell("STOPPING=1");
     log_.event("stopping", {{"connections", connections_.size()}});
     error_code ignored;
     acceptor_.close(ignored);

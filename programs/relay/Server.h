@@ -9,6 +9,7 @@
 #include "Log.h"
 #include "Metrics.h"
 #include "Options.h"
+#include "ServiceManager.h"
 #include "StatusServer.h"
 #include "Throttle.h"
 
@@ -27,8 +28,8 @@ namespace relay {
 
 class Server {
 public:
-    /// `options` outlives the server.
-    Server(const Options& options, const Log& log);
+    /// All three outlive the server.
+    Server(const Options& options, const Log& log, const ServiceManager& manager);
 
     /// Loads the certificate and listens; what is wrong, or an empty text.
     [[nodiscard]] std::string start();
@@ -41,7 +42,8 @@ private:
     using Acceptor = net::basic_socket_acceptor<net::ip::tcp, TlsStream::executor_type>;
     using Endpoint = net::ip::tcp::endpoint;
 
-    void announce() const;
+    void announce();
+    void feed_watchdog();
     void accept();
     void on_accept(error_code ec, TlsStream::Socket socket);
     void admit(TlsStream::Socket socket, const Endpoint& from);
@@ -59,6 +61,7 @@ private:
 
     const Options& options_;
     const Log& log_;
+    const ServiceManager& manager_;
     Metrics metrics_;
     Addresses addresses_;
     Hub hub_;
@@ -69,6 +72,7 @@ private:
     TlsContext tls_;
     Acceptor acceptor_;
     net::signal_set signals_;
+    net::steady_timer watchdog_;  ///< until it is fed next
     net::steady_timer timer_;  ///< a pause of accepting, later the end of the shutdown
     std::unique_ptr<StatusServer> status_;
     std::unordered_map<Connection*, std::shared_ptr<Connection>> connections_;

@@ -50,7 +50,8 @@ int serve(const relay::Options& options) {
     std::signal(SIGPIPE, SIG_IGN);
     relay::raise_descriptor_limit();
     const relay::Log log(relay::stdout_sink());
-    relay::Server server(options, log);
+    const relay::ServiceManager manager(environment);
+    relay::Server server(options, log, manager);
     if (const std::string fault = server.start(); !fault.empty()) {
         return fail(fault);
     }
