@@ -8,9 +8,9 @@ import time
 import unittest
 
 import websockets
+from raw_line import CONTINUATION, TEXT, Line, frame, request
 from relay_program import (LIMIT, STALL, RelayTest, client_context, login, message, play, receive,
                            receive_text, refusal)
-from violations_test import CONTINUATION, TEXT, Line, frame, request
 
 
 class Heartbeat(RelayTest):

@@ -1,48 +1,14 @@
 """What breaks the protocol is closed or bounded, and a pair that plays meanwhile never feels it."""
 
-import asyncio
 import concurrent.futures
 import contextlib
 import os
-import select
-import socket
-import ssl
 import struct
-import threading
-import time
 import unittest
 
-from relay_program import LIMIT, STALL, Relay, client_context, login, play, receive_text
-
-# What a socket says that has nothing to read or no room to write.
-WAITS = (ssl.SSLWantReadError, ssl.SSLWantWriteError, BlockingIOError)
-
-CONTINUATION, TEXT, BINARY, CLOSE, PING, PONG = 0, 1, 2, 8, 9, 10
-
-REQUEST = {
-    "Host": "relay", "Upgrade": "websocket", "Connection": "Upgrade",
-    "Sec-WebSocket-Key": "dGhlIHNhbXBsZSBub25jZQ==", "Sec-WebSocket-Version": "13"}
-
-
-def request(line="GET /ws/chat?sessid=play HTTP/1.1", **changes):
-    """The request of a good client, with headers changed, or left out where a change is None."""
-    headers = {**REQUEST, **{name.replace("_", "-"): value for name, value in changes.items()}}
-    lines = [line] + [f"{name}: {value}" for name, value in headers.items() if value is not None]
-    return ("\r\n".join(lines) + "\r\n\r\n").encode()
-
-
-def frame(opcode, payload=b"", fin=1, rsv=0, mask=b"\x11\x22\x33\x44", size=None, form=None):
-    """A frame as a client sends it; `size` is the length it claims, `form` how it is written."""
-    size = len(payload) if size is None else size
-    form = form or (7 if size < 126 else 16 if size < 65536 else 64)
-    head = bytes([fin << 7 | rsv << 4 | opcode])
-    flag = 0x80 if mask else 0
-    head += {7: lambda: bytes([flag | size]), 16: lambda: struct.pack("!BH", flag | 126, size),
-             64: lambda: struct.pack("!BQ", flag | 127, size)}[form]()
-    if mask:
-        payload = bytes(byte ^ mask[i % 4] for i, byte in enumerate(payload))
-    return head + (mask or b"") + payload
-
+from raw_line import BINARY, CLOSE, CONTINUATION, PING, PONG, TEXT, Line, frame, request
+from relay_program import STALL, Relay, login, play
+from witness import Witness
 
 def close(code, reason=b""):
     return frame(CLOSE, struct.pack("!H", code) + reason)
@@ -167,65 +133,6 @@ FRAMES = {
 }
 
 
-class Line:
-    """A raw connection; what it reads is kept."""
-
-    def __init__(self, relay, tls=True):
-        self.socket = socket.create_connection((relay.host, relay.port), LIMIT)
-        if tls:
-            self.socket = client_context().wrap_socket(self.socket)
-        self.received = b""
-
-    def send(self, data):
-        # The relay may have closed the line before all of it was sent: that is what is tested.
-        with contextlib.suppress(OSError):
-            self.socket.sendall(data)
-
-    def read_until_end(self, outgoing=b""):
-        """Sends and reads at the same time, in one thread as TLS wants it. False if the line does
-        not end in time."""
-        self.socket.setblocking(False)
-        until = time.monotonic() + LIMIT
-        while time.monotonic() < until:
-            try:
-                while data := self.socket.recv(65536):
-                    self.received += data
-                return True
-            except WAITS:
-                pass
-            except OSError:
-                return True  # a reset or a broken TLS is an end too
-            try:
-                outgoing = outgoing[self.socket.send(outgoing[:16384]):] if outgoing else b""
-            except WAITS:
-                pass
-            except OSError:
-                outgoing = b""  # the relay has closed its side: what it said is still to be read
-            select.select([self.socket], [self.socket] if outgoing else [], [], LIMIT)
-        return False
-
-    def close(self):
-        self.socket.close()
-
-    def read_upgrade(self):
-        while b"\r\n\r\n" not in self.received:
-            self.received += self.socket.recv(4096)
-        assert self.received.startswith(b"HTTP/1.1 101"), self.received
-        self.received = self.received.split(b"\r\n\r\n", 1)[1]
-
-    def close_code(self):
-        """The code of the close frame among the frames that were received, 0 for none."""
-        data = self.received
-        while len(data) >= 2:
-            opcode, size, start = data[0] & 15, data[1], 2
-            if size == 126:
-                size, start = struct.unpack("!H", data[2:4])[0], 4
-            if opcode == CLOSE:
-                return struct.unpack("!H", data[start:start + 2])[0] if size >= 2 else 1005
-            data = data[start + size:]
-        return 0
-
-
 def run_without_tls(relay, data):
     with contextlib.closing(Line(relay, tls=False)) as line:
         return line.read_until_end(data)
@@ -261,17 +168,17 @@ class Violations(unittest.TestCase):
                           "--failed-logins", "100000", "--bytes-per-second", "300000",
                           "--burst-seconds", "1", "--frames-per-second", "2500")
         cls.addClassCleanup(cls.relay.__exit__)
-        cls.witnesses = Witnesses(cls.relay)
-        cls.addClassCleanup(cls.witnesses.stop)
+        cls.witness = Witness(cls.relay)
+        cls.addClassCleanup(cls.witness.stop)
 
     def run_rows(self, rows, run):
         """All rows side by side, as on a bad day. What each came to, by its title."""
-        self.witnesses.take_rounds()
+        self.witness.forget()
         with concurrent.futures.ThreadPoolExecutor(16) as pool:
             running = {title: pool.submit(run, self.relay, row) for title, row in rows.items()}
-        rounds, slowest = self.witnesses.take_rounds()
-        self.assertGreater(rounds, 0, "the others go on playing")
-        self.assertLess(slowest, STALL, "and never feel it")
+        seen = self.witness.take()
+        self.assertGreater(seen.messages, 0, "the others go on playing")
+        self.assertLess(seen.longest_ms, STALL * 1000, "and never feel it")
         return {title: result.result() for title, result in running.items()}
 
     def test_what_is_no_tls_ends(self):
@@ -314,54 +221,6 @@ def unique(title, frames):
     name = "v" + "".join(c for c in title if c.isalnum())[:50] + ":a"
     mine = frame(TEXT, login(name, "pw").encode())
     return [mine if data is MEMBER else data for data in frames]
-
-
-class Witnesses:
-    """A pair that plays all the time in a thread of its own, and fails loudly if it can not."""
-
-    def __init__(self, relay):
-        self._relay = relay
-        self._rounds = 0
-        self._slowest = 0
-        self._begun = None  # of the round that is played now
-        self._fault = None
-        self._go_on = True
-        self._thread = threading.Thread(target=lambda: asyncio.run(self._play()))
-        self._thread.start()
-
-    async def _play(self):
-        try:
-            pair = await self._relay.pair("witness")
-            while self._go_on:
-                self._begun = time.monotonic()
-                for sender, taker, name in ((0, 1, "witness:a"), (1, 0, "witness:b")):
-                    text = play(name, self._rounds)
-                    await pair[sender].send(text)
-                    while (news := await receive_text(pair[taker])) != text:
-                        assert '"PING"' in news, news
-                self._slowest = self._slowest_so_far()
-                self._begun = None
-                self._rounds += 1
-                await asyncio.sleep(0.01)  # a player's pace, not a flood
-        except Exception as fault:  # pylint: disable=broad-except
-            self._fault = fault
-
-    def _slowest_so_far(self):
-        begun = self._begun
-        return self._slowest if begun is None else max(self._slowest, time.monotonic() - begun)
-
-    def take_rounds(self):
-        """Rounds since the last call and the seconds of the slowest, which may not be over yet;
-        raises what has gone wrong."""
-        if self._fault is not None:
-            raise self._fault
-        result = self._rounds, self._slowest_so_far()
-        self._rounds, self._slowest = 0, 0
-        return result
-
-    def stop(self):
-        self._go_on = False
-        self._thread.join(LIMIT)
 
 
 if __name__ == "__main__":
