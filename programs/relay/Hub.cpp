@@ -109,7 +109,7 @@ void Hub::route(Session& session, const Envelope& message, std::string_view fram
     if (message.from != session.name) {
         refuse(session, Reason::FOREIGN_FROM);
     } else if (message.to == "#" || message.to == "*") {
-        if (may_chat(session, message, now)) {
+        if (is_own_word(session, message) && may_chat(session, message, now)) {
             forward(session, frame);
         }
     } else {
@@ -155,6 +155,22 @@ void Hub::tell(Session& session, std::string_view frame) {
     }
     session.peer.send(frame);
     session.peer.flush();
+}
+
+// Dropped, not refused: to end the forger would end the pairing, which is what a forged "bye"
+// wants.
+bool Hub::is_own_word(Session& session, const Envelope& message) {
+    if (!is_of_the_relay_alone(message.type, message.subType)) {
+        return true;
+    }
+    ++metrics_.framesDropped;
+    if (!session.flagForged) {
+        session.flagForged = true;
+        log_.event("forged", {{"word", message.type == "CHAT" ? message.subType : message.type},
+                              {"name", session.name},
+                              {"address", session.address}});
+    }
+    return false;
 }
 
 // A chat text too many is dropped, but nobody loses a running game over it.

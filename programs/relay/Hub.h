@@ -83,6 +83,7 @@ private:
     [[nodiscard]] bool has_room(const Session& session, std::size_t bytes) const noexcept;
     /// May let go of the session if it does not read.
     void tell(Session& session, std::string_view frame);
+    [[nodiscard]] bool is_own_word(Session& session, const Envelope& message);
     [[nodiscard]] bool may_chat(Session& session, const Envelope& message, TimePoint now);
     void tell_chat_dropped(Session& session, std::string_view reason, std::string_view text);
     void ping(Session& session, TimePoint now);

@@ -23,7 +23,7 @@ struct Metrics {
     std::uint64_t accepted = 0;
     std::uint64_t framesReceived = 0;
     std::uint64_t framesForwarded = 0;
-    std::uint64_t framesDropped = 0;  ///< nobody to take them, or over the chat limit
+    std::uint64_t framesDropped = 0;  ///< nobody to take them, chat over its limit, forged
     std::uint64_t bytesReceived = 0;  ///< off the wire, TLS included
     std::uint64_t bytesSent = 0;      ///< before TLS
     std::array<std::uint64_t, static_cast<std::size_t>(Reason::COUNT)> refusals{};

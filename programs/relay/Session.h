@@ -38,6 +38,7 @@ struct Session {
     Group* group = nullptr;  ///< null before the login and after the leave
     bool flagClosed = false;
     bool flagChatTold = false;  ///< knows that its chat texts are being dropped
+    bool flagForged = false;    ///< has sent what only the relay may say; logged once
     bool flagAwaitsPong = false;
     TokenBucket frames;
     TokenBucket bytes;

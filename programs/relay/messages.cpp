@@ -39,6 +39,13 @@ std::string chat_message(std::string_view subType, std::string_view from, std::s
            R"(,"extraData":)" + json_string(extraData) + "}";
 }
 
+bool is_of_the_relay_alone(std::string_view type, std::string_view subType) noexcept {
+    if (type == "CHAT") {
+        return subType == "welcome" || subType == "join" || subType == "bye";
+    }
+    return type == "PING" || type == "ERROR" || type == "ADMIN";
+}
+
 std::string json_string(std::string_view text) {
     std::string json = "\"";
     for (const char character : text) {

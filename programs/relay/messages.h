@@ -19,6 +19,9 @@ inline constexpr std::string_view RELAY_NAME = "relay";
                                        std::string_view to, std::string_view text,
                                        std::string_view extraData = "");
 
+/// Whether only a relay says this: a game would believe it, whoever it came from.
+[[nodiscard]] bool is_of_the_relay_alone(std::string_view type, std::string_view subType) noexcept;
+
 /// The text as a JSON string, in quotes.
 [[nodiscard]] std::string json_string(std::string_view text);
 

@@ -124,6 +124,11 @@ PAIRING = {
 }
 
 
+# What the friend may not say in the relay's place.
+FORGED = [message("CHAT", subType=word, text="gone", extraData="g:Ann") for word in ("bye", "welcome", "join")]
+FORGED += [message(kind, code=1, text="gone") for kind in ("PING", "ERROR", "ADMIN")]
+
+
 class Rows:
     """What self.eve sends to self.ann, row by row or all at once."""
 
@@ -245,6 +250,18 @@ class SecondPlayerTest(Rows, unittest.TestCase):
 
     def test_what_the_relay_lets_pass_leaves_its_error_line_and_nothing_else(self):
         self.check({name: row for name, row in PLAYED.items() if len(row[0]) < RELAY_BYTES and "1e999" not in row[0]})
+
+    def test_what_only_the_relay_may_say_does_not_end_a_rally_when_the_friend_forges_it(self):
+        self.eve.send(play("start", orient="RIGHT", msTravel=10000))
+        self.ann.wait_line("PLAY START RIGHT SIDE")
+        states = self.ann.count_starting("STATE CHANGED")
+        for frame in FORGED:
+            with self.subTest(frame):
+                self.assertEqual(self.errors_of(frame), [])
+        self.assertEqual(self.ann.count("BYE"), 0)
+        self.assertEqual(self.ann.count_starting("STATE CHANGED"), states)
+        self.eve.run(self.eve.socket.close())
+        self.ann.wait_line("BYE")
 
     def test_a_thousand_frames_a_second_leave_fifty_pictures_a_second(self):
         self.check_floods(self.FLOODS)

@@ -1,6 +1,6 @@
 // The input is what three clients of the relay do: connect, log in, send good and bad frames, read
 // nothing, wait, leave. Whatever they do, a group holds two at most, nobody hears himself, what one
-// sends arrives in its order, and nothing grows without end.
+// sends arrives in its order, nobody speaks in the relay's place, and nothing grows without end.
 
 #include "relay/Addresses.h"
 #include "relay/Hub.h"
@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -22,6 +23,12 @@ namespace {
 constexpr std::array NAMES = {"g:a", "g:b", "g:c", "h:a", "g:a:x", "g", ":", "g:a,b"};
 constexpr std::array PASSWORDS = {"", "right", "wrong"};
 constexpr std::array ADDRESSEES = {"#", "*", "+", ""};
+constexpr std::array<std::pair<const char*, const char*>, 6> RELAYS_OWN = {{{"PING", ""},
+                                                                            {"ERROR", ""},
+                                                                            {"ADMIN", ""},
+                                                                            {"CHAT", "welcome"},
+                                                                            {"CHAT", "join"},
+                                                                            {"CHAT", "bye"}}};
 constexpr std::size_t LAST_WORDS = 1024;  ///< of a refusal: "ERROR" and the line of the chat
 
 relay::Limits small_limits() {
@@ -55,6 +62,7 @@ public:
     void send(std::string_view frame) override {
         FUZZ_CHECK(closes == 0);
         queued_ += frame.size();
+        FUZZ_CHECK(frame.find("forged") == frame.npos);
         constexpr std::string_view MARK = R"("number":)";
         const std::size_t at = frame.find(MARK);
         if (at == frame.npos) {
@@ -88,11 +96,18 @@ std::string login(FuzzedDataProvider& input) {
            relay::json_string(input.PickValueInArray(PASSWORDS)) + "}";
 }
 
-std::string play(World& world, Client& client, FuzzedDataProvider& input) {
+/// A play message, or at each third time what only the relay may say.
+std::string word(World& world, Client& client, FuzzedDataProvider& input) {
     const std::string name = relay::json_string(client.session.name);
-    return R"({"type":"PLAY","from":)" + name + R"(,"sender":)" + name + R"(,"to":)" +
-           relay::json_string(input.PickValueInArray(ADDRESSEES)) + R"(,"number":)" +
-           std::to_string(++world.sent) + "}";
+    const std::string to = relay::json_string(input.PickValueInArray(ADDRESSEES));
+    const std::string number = std::to_string(++world.sent);
+    if (world.sent % 3 == 0) {
+        const auto& [type, subType] = RELAYS_OWN[world.sent / 3 % RELAYS_OWN.size()];
+        return R"({"type":")" + std::string(type) + R"(","subType":")" + subType + R"(","from":)" +
+               name + R"(,"to":)" + to + R"(,"text":"forged"})";
+    }
+    return R"({"type":"PLAY","from":)" + name + R"(,"sender":)" + name + R"(,"to":)" + to +
+           R"(,"number":)" + number + "}";
 }
 
 void act(World& world, Client& client, FuzzedDataProvider& input) {
@@ -106,12 +121,14 @@ void act(World& world, Client& client, FuzzedDataProvider& input) {
             break;
         case 2:
         case 3:
-            send(play(world, client, input));
+            send(word(world, client, input));
             break;
         case 4: {
-            // A number from the input would be taken for one of ours.
+            // What the input says in our words would be taken for ours.
             const std::string text = input.ConsumeRandomLengthString(200);
-            send(text.find("number") == text.npos ? text : "{}");
+            const bool flagOurs =
+                text.find("number") != text.npos || text.find("forged") != text.npos;
+            send(flagOurs ? "{}" : text);
             break;
         }
         case 5:

@@ -68,6 +68,14 @@ struct HubFixture {
                R"(,"to":"#","text":)" + relay::json_string(text) + "}";
     }
 
+    /// A message of a client to its friend, with the words of its envelope as they are given.
+    static std::string word(const std::string& type, const std::string& subType,
+                            const std::string& from, const std::string& to = "#") {
+        return R"({"type":)" + relay::json_string(type) + R"(,"subType":)" +
+               relay::json_string(subType) + R"(,"from":)" + relay::json_string(from) +
+               R"(,"to":)" + relay::json_string(to) + R"(,"text":"bye","extraData":"g:a, g:b"})";
+    }
+
     /// A client that is in; what it and its friend were told is taken off.
     std::unique_ptr<FakeClient> member(const std::string& name, const std::string& pw = "secret") {
         auto client = connect();

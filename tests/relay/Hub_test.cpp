@@ -48,6 +48,42 @@ TEST_F(Hub, a_frame_arrives_byte_for_byte) {
     EXPECT_EQ(b->take(), Texts{frame});
 }
 
+TEST_F(Hub, what_only_the_relay_may_say_reaches_no_friend_and_ends_nobody) {
+    for (const char* to : {"#", "*"}) {
+        for (const char* type : {"PING", "ERROR", "ADMIN"}) {
+            send(*a, word(type, "", "g:a", to));
+        }
+        for (const char* subType : {"welcome", "join", "bye"}) {
+            send(*a, word("CHAT", subType, "g:a", to));
+        }
+    }
+    send(*a, R"({"\u0074ype":"CH\u0041T","subType":"b\u0079e","from":"g:a","to":"#"})");
+    EXPECT_EQ(b->take(), Texts{});
+    EXPECT_EQ(metrics.framesDropped, 13U);
+    EXPECT_EQ(a->closed + b->closed, "");
+}
+
+TEST_F(Hub, a_friend_hears_all_that_a_client_may_say) {
+    const Texts frames = {word("CHAT", "text", "g:a"), word("CHAT", "", "g:a"),
+                          word("PLAY", "bye", "g:a"),  word("PONG", "", "g:a"),
+                          word("LOGIN", "", "g:a"),    word("HELLO", "welcome", "g:a"),
+                          chat("g:a", "bye"),          chat("g:a", R"({"type":"PING"})")};
+    for (const std::string& frame : frames) {
+        send(*a, frame);
+    }
+    EXPECT_EQ(b->take(), frames);
+}
+
+TEST_F(Hub, a_forger_leaves_one_line_however_often_he_forges) {
+    lines.clear();
+    for (int i = 0; i < 9; ++i) {
+        send(*a, word("CHAT", "bye", "g:a"));
+    }
+    send(*b, word("PING", "x", "g:b"));
+    EXPECT_EQ(lines, (Texts{R"(forged word="bye" name="g:a" address="192.0.2.1")",
+                            R"(forged word="PING" name="g:b" address="192.0.2.1")"}));
+}
+
 TEST_F(Hub, frames_keep_their_order) {
     Texts sent;
     for (int i = 0; i < 1000; ++i) {

@@ -80,6 +80,21 @@ class Forwarding(RelayTest):
         await stranger.close()
         self.assertEqual(list(stranger.messages), [])
 
+    async def test_what_only_the_relay_may_say_is_not_passed_on_from_a_member(self):
+        first, second = await self.relay.pair("g")
+        for kind, word in (("PING", ""), ("ERROR", ""), ("ADMIN", ""), ("CHAT", "welcome"),
+                           ("CHAT", "join"), ("CHAT", "bye")):
+            await second.send(message(kind, "g:b", "#", subType=word, text="x", extraData="g:a"))
+        legitimate = [message("CHAT", "g:b", "#", subType="text", text="bye"),
+                      message("PONG", "g:b", "*"), play("g:b")]
+        for text in legitimate:
+            await second.send(text)
+        self.assertEqual([await receive_text(first) for _ in legitimate], legitimate)
+        await first.send(play("g:a"))
+        self.assertEqual(await receive_text(second), play("g:a"), "and the forger stays")
+        self.assertEqual([line.split(" ", 1)[1] for line in self.relay.lines if "forged" in line],
+                         ['forged word="PING" name="g:b" address="127.0.0.1"'])
+
     async def test_a_message_in_fragments_arrives_whole(self):
         first, second = await self.relay.pair("g")
         text = play("g:a", 7)
