@@ -112,7 +112,7 @@ class FakeRelay(Driver):
                                         max_size=2 ** 25, compression=None)
         self.port = server.sockets[0].getsockname()[1]
 
-    async def _on_client(self, socket, _path):
+    async def _on_client(self, socket):
         self.socket = socket
         await self._listen()
 

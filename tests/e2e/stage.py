@@ -21,6 +21,7 @@ from dataclasses import dataclass, field
 
 import websockets
 
+os.environ["no_proxy"] = "*"  # all of it is on this machine, whatever proxy the user's shell names
 BIN = pathlib.Path(os.environ["VORK2D_BIN"])
 LIMIT = float(os.environ.get("VORK2D_E2E_LIMIT", "30"))  # seconds that a wait may take on a busy machine
 
@@ -107,7 +108,8 @@ class Recorder:
         self.port = self._server.sockets[0].getsockname()[1]
         self._started.set()
 
-    async def _client(self, client, path):
+    async def _client(self, client):
+        path = client.path if hasattr(client, "path") else client.request.path  # websockets 10 and 15
         trust = ssl.SSLContext(ssl.PROTOCOL_TLS_CLIENT)
         trust.check_hostname = False
         trust.verify_mode = ssl.CERT_NONE

@@ -14,6 +14,7 @@ import urllib.request
 
 import websockets
 
+os.environ["no_proxy"] = "*"  # the relay is on this machine, whatever proxy the user's shell names
 PROGRAM = os.environ["RELAY_PROGRAM"]
 TARGET = "/ws/chat?sessid=play"
 LIMIT = 20  # seconds until something that is waited for counts as lost

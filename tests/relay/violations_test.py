@@ -42,6 +42,9 @@ NO_TLS = {
 NO_UPGRADE = {
     "another path": (request("GET / HTTP/1.1"), 404),
     "no query": (request("GET /ws/chat HTTP/1.1"), 404),
+    "another query": (request("GET /ws/chat?sessid=other HTTP/1.1"), 404),
+    "a longer query": (request("GET /ws/chat?sessid=play&x=1 HTTP/1.1"), 404),
+    "a slash too many": (request("GET /ws/chat/?sessid=play HTTP/1.1"), 404),
     "a full address": (request("GET https://x/ws/chat?sessid=play HTTP/1.1"), 404),
     "no upgrade": (request(Upgrade=None, Connection=None), 426),
     "another upgrade": (request(Upgrade="h2c"), 426),
