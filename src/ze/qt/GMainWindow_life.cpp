@@ -90,6 +90,8 @@ void GMainWindow::restore_font() {
 }
 
 void GMainWindow::keep_reachable() {
+    // The layout would make a smaller window this large later, when its place has been judged.
+    resize(size().expandedTo(minimumSizeHint()));
     const QRect frame = frameGeometry();
     const QRect title(frame.topLeft(), QSize(frame.width(), TITLE_HEIGHT));
     const QSize needed = title.size().boundedTo(REACHABLE);

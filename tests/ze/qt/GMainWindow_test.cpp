@@ -46,6 +46,9 @@ protected:
         return shown.width() >= 60 && shown.height() == 30;
     }
 
+    /// What keeps the layout from making a window smaller.
+    static void with_least_size(GPanel* panel) { panel->setMinimumSize(200, 100); }
+
     test::LogCapture log;
 };
 
@@ -285,6 +288,26 @@ TEST_F(MainWindow, a_stored_geometry_off_every_screen_is_moved_onto_one) {
     window.restore_state();
     window.show();
     EXPECT_TRUE(is_on_a_screen(window)) << window.x() << ',' << window.y();
+}
+
+TEST_F(MainWindow, a_stored_geometry_without_width_or_height_opens_on_a_screen) {
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const QPoint places[] = {screen.center(), screen.bottomRight(), screen.bottomRight() * 20};
+    for (const QSize& stored : {QSize(0, 0), QSize(0, 200), QSize(300, 0)}) {
+        for (const QPoint& place : places) {
+            QWidget other;
+            other.setGeometry(QRect(place, stored));
+            ProbeWindow window;
+            window.build = with_least_size;
+            window.ini();
+            window.settingsNode.set(QStringLiteral("geometry"), other.saveGeometry());
+            window.restore_state();
+            window.show();
+            test::turn_event_loop();
+            EXPECT_TRUE(is_on_a_screen(window)) << stored.width() << " by " << stored.height()
+                                                << " at " << window.x() << ',' << window.y();
+        }
+    }
 }
 
 TEST_F(MainWindow, damaged_settings_leave_a_window_that_can_be_reached) {
