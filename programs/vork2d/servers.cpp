@@ -3,11 +3,14 @@
 #include "ze/log/pp.h"
 #include "ze/qt/GApp.h"
 
+#include <optional>
+
 namespace vork2d::servers {
 
 namespace {
 
 constexpr int DEVELOPMENT_PORT = 8888;
+constexpr int DEFAULT_PORT = 443;  // of the scheme
 
 /// Where a relay answers, on every host.
 QUrl relay_url() {
@@ -18,8 +21,29 @@ QUrl relay_url() {
     return url;
 }
 
-bool is_host_and_port(const QUrl& url) {
-    return url.isValid() && !url.host().isEmpty() && url.userInfo().isEmpty();
+/// The address of a relay at HOST or HOST:PORT; empty for any other text.
+QUrl relay_url(const QString& hostAndPort) {
+    QUrl url = relay_url();
+    url.setAuthority(hostAndPort, QUrl::StrictMode);
+    const bool named = url.isValid() && !url.host().isEmpty();
+    return named && !hostAndPort.contains(u'@') && url.port(DEFAULT_PORT) > 0 ? url : QUrl();
+}
+
+/// What takes the place of the default server, as the command line says it.
+QString wanted_server() {
+    const QString key = QStringLiteral("server");
+    if (ze::qt::GApp::argv.is_flag(key, false)) {
+        return {};  // the key stands there without a value
+    }
+    return ze::qt::GApp::argv.get<QString>(key, QStringLiteral(VORK2D_SERVER_HOST));
+}
+
+QUrl parse_server(const QString& wanted) {
+    const QUrl url = relay_url(wanted);
+    if (url.isEmpty()) {
+        ze::pp_error("servers::default_url, '$' is no host or host:port", wanted);
+    }
+    return url;
 }
 
 }  // namespace
@@ -40,21 +64,25 @@ QUrl development_url() {
 }
 
 QUrl default_url() {
-    const QString built_in = QStringLiteral(VORK2D_SERVER_HOST);
-    const QString wanted = ze::qt::GApp::argv.get<QString>(QStringLiteral("server"), built_in);
-    QUrl url = relay_url();
-    url.setAuthority(wanted, QUrl::StrictMode);
-    if (is_host_and_port(url)) {
-        return url;
+    static std::optional<QString> parsed;  // each text once, so that a bad one is reported once
+    static QUrl url;
+    const QString wanted = wanted_server();
+    if (parsed != wanted) {
+        parsed = wanted;
+        url = parse_server(wanted);
     }
-    ze::pp_error("servers::default_url, '$' is no host or host:port", wanted);
-    url = relay_url();
-    url.setAuthority(built_in);
     return url;
 }
 
 QString default_name() {
-    return default_url().authority();
+    const QUrl url = default_url();
+    if (url.isEmpty()) {
+        return wanted_server();
+    }
+    const QString name = url.authority();
+    // What bears its name, or the alias of that, would be taken for the development relay.
+    const bool taken = name == development_name() || name == development_alias();
+    return taken ? name + QLatin1Char(':') + QString::number(DEFAULT_PORT) : name;
 }
 
 }  // namespace vork2d::servers

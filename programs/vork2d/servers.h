@@ -16,13 +16,15 @@ namespace vork2d::servers {
 [[nodiscard]] QString development_alias();
 
 /// The name under which the default server is shown and chosen: its host, with the port where one
-/// was given.
+/// was given or where the bare host would name the development relay. A command-line value that is
+/// no host or host:port is returned as it is.
 [[nodiscard]] QString default_name();
 
 /// The address of the development relay.
 [[nodiscard]] QUrl development_url();
 
-/// The address of the default server.
+/// The address of the default server; empty, with one error line, where the command line gives a
+/// value that is no host or host:port.
 [[nodiscard]] QUrl default_url();
 
 }  // namespace vork2d::servers

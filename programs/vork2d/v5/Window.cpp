@@ -55,7 +55,19 @@ constexpr int STATUS_PIXELS = 20;
 constexpr unsigned START_MARGIN_PIXELS = 16;
 constexpr int FRAME_MS_MOBILE = 33;
 constexpr int TEXT_INFO_MS = 1000;
-constexpr unsigned DEFAULT_FONT_SIZE = 16;
+constexpr unsigned DEFAULT_FONT_SIZE = 16;  // points
+constexpr unsigned MIN_FONT_SIZE = 1;       // Qt complains about less at each paint
+constexpr unsigned MAX_FONT_SIZE = 100;     // a third of the field's height
+
+/// A size that was stored for the texts of the field, or the default in place of one that shows
+/// none.
+unsigned readable_size(unsigned stored) {
+    if (MIN_FONT_SIZE <= stored && stored <= MAX_FONT_SIZE) {
+        return stored;
+    }
+    ze::pp_warn("Window::ini, fontSize $ is out of range", stored);
+    return DEFAULT_FONT_SIZE;
+}
 
 }  // namespace
 
@@ -80,8 +92,8 @@ void Window::ini() {
     auto* const splitter = panMain->gen<ze::qt::GSplitter>(Qt::Vertical);
     splitter->setChildrenCollapsible(false);
     setup_pan_stack(splitter);
-    playField->fontSize =
-        static_cast<int>(settingsNode.get<unsigned>(QStringLiteral("fontSize"), DEFAULT_FONT_SIZE));
+    playField->fontSize = static_cast<int>(
+        readable_size(settingsNode.get<unsigned>(QStringLiteral("fontSize"), DEFAULT_FONT_SIZE)));
     panChat = splitter->gen<GPanel>(GLAYOUT::VERTICAL);
     setup_pan_control();
     gen_log_panel(splitter);
@@ -212,6 +224,7 @@ void Window::attach_field() {
         on_confirmed_out_of_field(side);
     };
     playField->listenerStart += [this](const ze::net::CONTROL_OWNER&) {
+        take_sides();
         buttonStart->setText(QStringLiteral("stop"));
     };
     playField->listenerStop += [this](const ze::net::CONTROL_OWNER&) {
@@ -256,6 +269,15 @@ void Window::on_change_theme(unsigned theme) {
 
 void Window::check_playfield_size() {
     playField->check_set_size();
+}
+
+void Window::follow_orientation(ze::Listener<Qt::Orientation>& screen) {
+    // The listener outlives the window and lets go of no callback.
+    screen += [window = QPointer<Window>(this)](const Qt::Orientation&) {
+        if (!window.isNull()) {
+            window->check_playfield_size();
+        }
+    };
 }
 
 void Window::on_exit_fullscreen_mode() {

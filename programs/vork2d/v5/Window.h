@@ -56,6 +56,8 @@ public:
                         bool flagLogin);
     /// Lets the field adapt its width to a small screen.
     void check_playfield_size();
+    /// Does so from now on when the screen turns, for as long as the window lives.
+    void follow_orientation(ze::Listener<Qt::Orientation>& screen);
 
     // --- play
     /// The start button and the Space key: starts a rally, stops it, or, alone on the server, shows
@@ -136,7 +138,7 @@ public:
     int typeUrl = 0;                          ///< setting "typeURL"; 0 makes try_connect refuse
     ze::Listener<ze::NO_PAYLOAD> listenerUnused;
     QString urlDevelopment;
-    QString urlServer;
+    QString urlServer;  ///< empty where the command line names no usable server
     QString titleBase = QStringLiteral("vork2D/v5");
     ze::qt::GPanel* panButtons = nullptr;
     ze::qt::GButton* buttonStart = nullptr;
@@ -178,7 +180,11 @@ private:
     // connection
     void set_status(const QString& digit, const QColor& background);
     void set_state_bit(unsigned bit, bool on);
+    /// Refuses an empty address with an error line.
+    void open(const QString& address);
     void pair_with(const QString& name);
+    /// Places both players as the field stands: a disconnect resets them, but not the field.
+    void take_sides();
     void open_connection_dialog();
     void open_waiting_dialog_later();
     [[nodiscard]] bool is_alone_on_server() const;

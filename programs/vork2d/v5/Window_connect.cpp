@@ -117,7 +117,7 @@ void Window::try_connect() {
     const bool development = diaConn->get_url_type() == TYPE_URL::DEVELOPMENT;
     host = development ? servers::development_name() : servers::default_name();
     ze::pp("Window::try_connect '$'", host);
-    webSocket.open(QUrl(development ? urlDevelopment : urlServer));
+    open(development ? urlDevelopment : urlServer);
     ze::pp("after try open");
 }
 
@@ -127,7 +127,15 @@ void Window::try_connect_via_cmd() {
         return;
     }
     ze::pp("Window::try_connect_via_cmd '$'", host);
-    webSocket.open(QUrl(is_local_host() ? urlDevelopment : urlServer));
+    open(is_local_host() ? urlDevelopment : urlServer);
+}
+
+void Window::open(const QString& address) {
+    if (address.isEmpty()) {
+        ze::pp_error("Window::open, '$' is no server, not connecting", host);
+        return;
+    }
+    webSocket.open(QUrl(address));
 }
 
 void Window::disconnect() {
@@ -211,6 +219,7 @@ void Window::on_login(const GMessage& message) {
     ze::pp("Window::on_login");
     ze::pp("WELCOME: '$'", message.extraData);
     me.name = user;
+    take_sides();
     const QString other = message.get_the_user(user);
     if (!other.isEmpty()) {
         pair_with(other);
@@ -228,6 +237,7 @@ void Window::on_login(const GMessage& message) {
 void Window::on_login_friend(const GMessage& message) {
     ze::pp("Window::on_login_friend");
     me.name = user;
+    take_sides();
     ze::net::GPlay play = make_play();
     play.set_orient(playField->side);
     play.send(webSocket);
@@ -239,14 +249,19 @@ void Window::on_login_friend(const GMessage& message) {
 void Window::pair_with(const QString& name) {
     opponent.name = name;
     set_state_bit(PLAY_STATE::CONNECTED2, true);
-    opponent.orient = ORIENT2D::get_opposite(playField->side);
     ze::pp_format(ze::log::INFO, 0, "me: {$}, opponent{$}", me, opponent);
+}
+
+void Window::take_sides() {
+    me.orient = playField->side;
+    opponent.orient = ORIENT2D::get_opposite(playField->side);
 }
 
 void Window::on_bye() {
     ze::pp_info("BYE");
     set_state_bit(PLAY_STATE::CONNECTED2, false);
     set_state_bit(PLAY_STATE::PLAY, false);
+    buttonStart->setText(QStringLiteral("start"));
 }
 
 // --- messages

@@ -32,6 +32,20 @@ void resize_to_device(vork2d::v5::Window& window) {
     }
 }
 
+QString host_from_command_line() {
+    namespace servers = vork2d::servers;
+    const QString known = servers::default_name();
+    QString host = ze::qt::GApp::argv.get<QString>(QStringLiteral("host"), known);
+    if (host == servers::development_alias()) {
+        host = servers::development_name();
+    }
+    if (host != known && host != servers::development_name()) {
+        ze::pp_format(ze::log::WARN, 0, "host '$' is unknown, --login takes the default server '$'",
+                      host, known);
+    }
+    return host;
+}
+
 }  // namespace
 
 int qMain(int argc, char** argv) {
@@ -45,18 +59,13 @@ int qMain(int argc, char** argv) {
     const QString user =
         GApp::argv.get<QString>(QStringLiteral("user"), QStringLiteral("group1:Nilo"));
     const QString pass = GApp::argv.get<QString>(QStringLiteral("pass"), QString());
-    QString host = GApp::argv.get<QString>(QStringLiteral("host"), vork2d::servers::default_name());
-    if (host == vork2d::servers::development_alias()) {
-        host = vork2d::servers::development_name();
-    }
+    const QString host = host_from_command_line();
     ze::pp("user '$'", user);
     ze::qt::set_res_prefix(QStringLiteral(":/wb/shared-res"));
     QApplication::setWindowIcon(QIcon(ze::qt::get_res_path(QStringLiteral("^icons/vork2d.svg"))));
 
     vork2d::v5::Window window;
-    app.orientation_detector += [&window](const Qt::Orientation&) {
-        window.check_playfield_size();
-    };
+    window.follow_orientation(app.orientation_detector);
     window.set_theme_default(DEFAULT_THEME);
     const bool flagLogin = GApp::argv.get<bool>(QStringLiteral("login"), false);
     window.post_ini_hook = [&window, user, pass, host, flagLogin] {

@@ -21,6 +21,17 @@ protected:
     [[nodiscard]] bool wait_for_no_dialog() {
         return QTest::qWaitFor([this] { return window.diaConn.isNull(); });
     }
+    void switch_side_and_disconnect() {
+        connect_paired();
+        window.on_switch_side();
+        ASSERT_TRUE(relay.wait_for_frames(1));
+        disconnect();
+    }
+    void disconnect() {
+        window.disconnect();
+        ASSERT_TRUE(QTest::qWaitFor([this] { return window.playField->is_state_offline(); }));
+        relay.frames.clear();
+    }
     /// A relay's "join" of the second player.
     void send_join() {
         relay.send_chat(QStringLiteral("join"), QStringLiteral("g:Ben"), QStringLiteral("is here"));
@@ -59,13 +70,56 @@ TEST_F(WindowConnectTest, the_server_key_takes_the_place_of_the_default_server) 
 }
 
 TEST_F(WindowConnectTest, a_server_key_that_is_no_host_is_refused) {
-    for (const char* text : {"a b", "host:99999999", "user@host", ""}) {
+    for (const char* text : {"a b", "host:99999999", "host:0", "user@host", "@host", "::1",
+                             "http://x", "host/path", "host:8888:1", ""}) {
         ze::qt::GApp::argv.set(QStringLiteral("server"), QString::fromLatin1(text));
         log.expect_error("servers::default_url, '" + std::string(text) +
                          "' is no host or host:port");
-        EXPECT_EQ(vork2d::servers::default_url().host(), QStringLiteral("play.vork2d.example"))
-            << text;
+        EXPECT_EQ(vork2d::servers::default_url(), QUrl()) << text;
+        EXPECT_EQ(vork2d::servers::default_name(), QString::fromLatin1(text));
+        EXPECT_EQ(Window().urlServer, QString()) << "and the error line comes once";
     }
+    ze::qt::GApp::argv.set(QStringLiteral("server"), QVariant());
+}
+
+TEST_F(WindowConnectTest, a_server_key_without_a_value_is_refused) {
+    ze::qt::GApp::argv.set_flag(QStringLiteral("server"), true);
+    log.expect_error("servers::default_url, '' is no host or host:port");
+    EXPECT_EQ(vork2d::servers::default_url(), QUrl());
+    ze::qt::GApp::argv.set(QStringLiteral("server"), QVariant());
+}
+
+TEST_F(WindowConnectTest, without_a_usable_server_no_way_of_connecting_opens_the_socket) {
+    window.urlServer.clear();
+    window.host = QStringLiteral("::1");
+    log.expect_error("Window::open, '::1' is no server, not connecting");
+    window.try_connect_via_cmd();
+    EXPECT_EQ(window.webSocket.state(), QAbstractSocket::UnconnectedState);
+    window.host = QStringLiteral("play.vork2d.example");
+    window.on_dialog_connect();
+    log.expect_error("Window::open, 'play.vork2d.example' is no server, not connecting");
+    window.try_connect();
+    EXPECT_EQ(window.webSocket.state(), QAbstractSocket::UnconnectedState);
+}
+
+TEST_F(WindowConnectTest, a_default_server_on_this_machine_is_not_the_development_relay) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"localhost", "localhost:443"}, {"LocalHost", "localhost:443"},
+        {"127.0.0.1", "127.0.0.1:443"}, {"localhost:9000", "localhost:9000"},
+        {"127.0.0.2", "127.0.0.2"},     {"[::1]", "[::1]"}};
+    for (const auto& [text, name] : rows) {
+        ze::qt::GApp::argv.set(QStringLiteral("server"), QString::fromLatin1(text));
+        EXPECT_EQ(vork2d::servers::default_name(), QString::fromLatin1(name)) << text;
+        window.host = vork2d::servers::default_name();
+        EXPECT_FALSE(window.is_local_host()) << text;
+    }
+    ze::qt::GApp::argv.set(QStringLiteral("server"), QStringLiteral("localhost"));
+    EXPECT_EQ(Window().urlServer, QStringLiteral("wss://localhost/ws/chat?sessid=play"));
+    window.host = vork2d::servers::default_name();
+    window.on_dialog_connect();
+    EXPECT_EQ(window.diaConn->radioDevelopment->text(), QStringLiteral("localhost"));
+    EXPECT_EQ(window.diaConn->radioServer->text(), QStringLiteral("localhost:443"));
+    EXPECT_TRUE(window.diaConn->radioServer->isChecked()) << "what --login would take";
     ze::qt::GApp::argv.set(QStringLiteral("server"), QVariant());
 }
 
@@ -232,6 +286,7 @@ TEST_F(WindowConnectTest,
     EXPECT_EQ(window.opponent.countPoints, 0U);
     EXPECT_EQ(window.opponent.name, QString());
     EXPECT_FALSE(window.buttonStart->isEnabled());
+    EXPECT_EQ(window.buttonStart->text(), QStringLiteral("start"));
 }
 
 TEST_F(WindowConnectTest, an_unknown_word_of_chat_shows_its_line) {
@@ -388,11 +443,42 @@ TEST_F(WindowConnectTest, connect_while_connected_asks_and_yes_disconnects) {
 
 TEST_F(WindowConnectTest, the_relay_can_be_reached_again_after_a_disconnect) {
     connect_paired();
-    window.disconnect();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window.playField->is_state_offline(); }));
-    relay.frames.clear();
+    disconnect();
     connect();
     EXPECT_TRUE(window.playField->is_state_CONNECTED1());
+}
+
+TEST_F(WindowConnectTest, the_first_to_come_back_after_a_side_switch_has_its_name_on_its_side) {
+    switch_side_and_disconnect();
+    connect();
+    relay.send_chat(QStringLiteral("welcome"), QStringLiteral("relay"), QString(),
+                    QStringLiteral("g:Ann"));
+    ASSERT_TRUE(wait_for_line("USER: 'g:Ann'"));
+    EXPECT_EQ(window.playField->side, ORIENT2D::RIGHT);
+    EXPECT_EQ(window.playField->textRight, QStringLiteral("Ann:0"));
+    EXPECT_EQ(window.playField->textLeft, QStringLiteral("0"));
+    send_join();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window.playField->is_state_2_players(); }));
+    EXPECT_EQ(window.playField->textRight, QStringLiteral("Ann:0"));
+    EXPECT_EQ(window.playField->textLeft, QStringLiteral("Ben:0"));
+}
+
+TEST_F(WindowConnectTest, the_second_to_come_back_after_a_side_switch_has_its_name_on_its_side) {
+    switch_side_and_disconnect();
+    connect();
+    relay.send_chat(QStringLiteral("welcome"), QStringLiteral("relay"), QString(),
+                    QStringLiteral("g:Ben, g:Ann"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window.playField->is_state_2_players(); }));
+    EXPECT_EQ(window.playField->textRight, QStringLiteral("Ann:0"));
+    EXPECT_EQ(window.playField->textLeft, QStringLiteral("Ben:0"));
+}
+
+TEST_F(WindowConnectTest, points_made_alone_after_a_side_switch_stand_over_who_made_them) {
+    switch_side_and_disconnect();
+    window.on_start_stop();
+    window.on_confirmed_out_of_field(ORIENT2D::RIGHT);
+    EXPECT_EQ(window.playField->textLeft, QStringLiteral("1"));
+    EXPECT_EQ(window.playField->textRight, QStringLiteral("0"));
 }
 
 }  // namespace

@@ -100,6 +100,24 @@ TEST_F(WindowTest, reads_its_settings_at_the_start) {
     EXPECT_FALSE(other.panChat->isHidden());
 }
 
+TEST_F(WindowTest, a_stored_font_size_that_shows_no_text_gives_way_to_the_default) {
+    for (const unsigned stored : {0U, 101U, 4294967295U}) {
+        test::ProbeWindow other;
+        other.settingsNode.set(QStringLiteral("fontSize"), stored);
+        log.clear();
+        other.ini();
+        EXPECT_EQ(other.playField->fontSize, 16) << stored;
+        EXPECT_TRUE(has_line_with_level("WRN Window::ini, fontSize " + std::to_string(stored) +
+                                        " is out of range"));
+    }
+    for (const unsigned stored : {1U, 100U}) {
+        test::ProbeWindow other;
+        other.settingsNode.set(QStringLiteral("fontSize"), stored);
+        other.ini();
+        EXPECT_EQ(other.playField->fontSize, static_cast<int>(stored));
+    }
+}
+
 TEST_F(WindowTest, has_a_default_for_every_setting) {
     test::ProbeWindow other;
     other.ini();
