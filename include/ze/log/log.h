@@ -61,7 +61,8 @@ void configure();
 void add_log_appender(LogAppender* appender);
 void remove_log_appender(LogAppender* appender);
 
-/// 0 to 4; any other value leaves the level alone and says so on the standard output.
+/// 0 to 4; any other value leaves the level alone and says so on the standard output. An appender
+/// may call it, too.
 void set_log_level(int level);
 [[nodiscard]] unsigned get_log_level() noexcept;
 /// The level with which `configure` starts.
@@ -73,7 +74,7 @@ void set_log_level_default(LOG_LEVEL level) noexcept;
 [[nodiscard]] std::string logLevel_to_string(unsigned level);
 [[nodiscard]] QString logLevel_to_qstring(unsigned level);
 
-/// Width of the number column, of which at most 64 places show; a longer number is never cut.
+/// Width of the number column, at most 4,000 places; a longer number is never cut.
 void set_log_digits(unsigned width);
 [[nodiscard]] unsigned get_log_digits() noexcept;
 

@@ -10,55 +10,53 @@
 
 namespace ze {
 
-/// Logs at its level; a line that the level drops is not formatted. A plain text is not a format:
-/// its `$` stay.
-template <log::LOG_LEVEL LEVEL>
-class LogCall {
-public:
-    /// An empty line.
-    void operator()() const { (*this)(""); }
-
-    void operator()(const char* text) const {
-        if (log::is_on(LEVEL)) {
-            log::log_string(LEVEL, text);
-        }
-    }
-    void operator()(const std::string& text) const { (*this)(text.c_str()); }
-    void operator()(const QString& text) const {
-        if (log::is_on(LEVEL)) {
-            log::log_string(LEVEL, str::to_utf8(text));
-        }
-    }
-
-    /// The text behind `indent` blanks.
-    void operator()(unsigned indent, const char* text) const {
-        if (log::is_on(LEVEL)) {
-            log::log_string(LEVEL, str::xprintF(indent, "$", text));
-        }
-    }
-
-    /// The format with its `$` replaced by the value. Several values: pp_format.
-    template <typename T>
-    void operator()(const char* format, const T& value) const {
-        if (log::is_on(LEVEL)) {
-            log::log_string(LEVEL, str::xprintF(0, format, value));
-        }
-    }
-};
-
-inline constexpr LogCall<log::ERROR> pp_error{};
-inline constexpr LogCall<log::WARN> pp_warn{};
-inline constexpr LogCall<log::INFO> pp_info{};
-inline constexpr LogCall<log::DEBUG> pp{};
-inline constexpr LogCall<log::TRACE> pp_trace{};
-
-/// Logs a format with any number of values, behind `indent` blanks.
+/// Logs a format with any number of values, behind `indent` blanks. Here and below, a line that its
+/// level drops is not formatted.
 template <typename... Args>
 void pp_format(log::LOG_LEVEL level, unsigned indent, const char* format, const Args&... args) {
     if (log::is_on(level)) {
         log::log_string(level, str::xprintF(indent, format, args...));
     }
 }
+
+/// Logs a text as it is: its `$` stay.
+inline void pp_text(log::LOG_LEVEL level, const char* text) {
+    if (log::is_on(level)) {
+        log::log_string(level, text);
+    }
+}
+
+// The calls of one level: an empty line; a text; a text behind `indent` blanks; a format with its
+// `$` replaced by the value. They are functions and no objects, so that `pp<long long>` can name
+// the type of the value.
+#define ZE_LOG_CALLS(name, level)                         \
+    inline void name() {                                  \
+        pp_text(level, "");                               \
+    }                                                     \
+    inline void name(const char* text) {                  \
+        pp_text(level, text);                             \
+    }                                                     \
+    inline void name(const std::string& text) {           \
+        pp_text(level, text.c_str());                     \
+    }                                                     \
+    inline void name(const QString& text) {               \
+        pp_format(level, 0, "$", text);                   \
+    }                                                     \
+    inline void name(unsigned indent, const char* text) { \
+        pp_format(level, indent, "$", text);              \
+    }                                                     \
+    template <typename T>                                 \
+    void name(const char* format, const T& value) {       \
+        pp_format(level, 0, format, value);               \
+    }
+
+ZE_LOG_CALLS(pp_error, log::ERROR)
+ZE_LOG_CALLS(pp_warn, log::WARN)
+ZE_LOG_CALLS(pp_info, log::INFO)
+ZE_LOG_CALLS(pp, log::DEBUG)
+ZE_LOG_CALLS(pp_trace, log::TRACE)
+
+#undef ZE_LOG_CALLS
 
 /// Numbered marks to find a place in the log again: "---- [ 1 ] ------", "=== [ 1 ] ======".
 void pp_line();

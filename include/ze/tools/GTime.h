@@ -31,7 +31,7 @@ public:
     void from_mc(unsigned long long microseconds);
 
     /// Sets a local calendar time, in whole milliseconds. Fields out of their range carry over; a
-    /// time that the platform cannot count sets 1970.
+    /// time that cannot be counted, some 292,000 years away, sets 1970.
     void from_tm(std::tm calendar);
 
     /// Sets a local calendar time: month and day count from 1. Otherwise as `from_tm`.

@@ -14,6 +14,7 @@
 
 #include <glm/vec2.hpp>
 
+class QMouseEvent;
 class QPoint;
 class QPointF;
 class QRect;
@@ -28,6 +29,13 @@ namespace ze {
 /// as the marker "PP-TYPE?-'<type>'", which keeps the log call building and shows the gap.
 template <typename T>
 void obj_to_stream(std::stringstream& out, const T& value);
+
+// Anybody can name a pointer to a class that is only announced: were these declared beside
+// ze::qt::event::mouse::to_string, an include would decide whether the text or the marker prints.
+template <>
+void obj_to_stream(std::stringstream& out, QMouseEvent* const& ev);
+template <>
+void obj_to_stream(std::stringstream& out, const QMouseEvent* const& ev);
 
 namespace str {
 

@@ -34,7 +34,7 @@ namespace ze::os {
 /// 32 or 64.
 [[nodiscard]] unsigned get_os_bit_system() noexcept;
 
-/// The file name of the running program, without its folder.
+/// The file name of the running program as it was started, without its folder.
 [[nodiscard]] std::string get_program_name();
 [[nodiscard]] QString get_program_name_qs();
 

@@ -12,7 +12,6 @@
 
 #include <clocale>
 #include <iostream>
-#include <limits>
 #include <set>
 
 namespace ze {
@@ -27,16 +26,23 @@ std::string get_build_timestamp() {
 
 namespace ze::log {
 
-std::atomic<unsigned> firstDroppedLevel = std::numeric_limits<unsigned>::max();
+namespace {
+
+// Above all levels, so that nothing is dropped before `configure`; the bits below already hold the
+// level from then on. One word for both: set_log_level takes no lock, since an appender, which runs
+// with the log locked, may call it.
+constexpr unsigned UNCONFIGURED = 0x80000000;
+
+}  // namespace
+
+std::atomic<unsigned> firstDroppedLevel = UNCONFIGURED | (DEBUG + 1);
 
 namespace {
 
 constexpr unsigned CONSOLE_CONTROL = 0x1003FE;  // enabled, all columns, time of day in microseconds
 constexpr unsigned DIGITS_MOBILE = 3;
 
-std::atomic<unsigned> currentLevel = DEBUG;
 std::atomic<unsigned> defaultLevel = DEBUG;
-std::atomic<bool> flagConfigured = false;
 std::atomic<bool> flagGuiApp = false;
 
 // Guarded by mutexWorker. The set is never destroyed: the last objects of a program still log while
@@ -54,17 +60,10 @@ void store_level(unsigned level) {
         std::cout << "set_log_level out of range 0-4, level:" << level << " ?\n" << std::flush;
         return;
     }
-    const std::lock_guard lock(mutexWorker);
-    currentLevel = level;
-    if (flagConfigured) {
-        firstDroppedLevel = level + 1;
+    unsigned before = firstDroppedLevel;
+    while (
+        !firstDroppedLevel.compare_exchange_weak(before, (before & UNCONFIGURED) | (level + 1))) {
     }
-}
-
-void start_filtering() {
-    const std::lock_guard lock(mutexWorker);
-    flagConfigured = true;
-    firstDroppedLevel = currentLevel + 1;
 }
 
 void read_level(int argc, char** argv) {
@@ -116,7 +115,7 @@ void configure(int argc, char** argv, bool gui_app) {
     if (os::is_mobile()) {
         set_log_digits(DIGITS_MOBILE);
     }
-    start_filtering();
+    firstDroppedLevel &= ~UNCONFIGURED;
 }
 
 void configure() {
@@ -124,7 +123,7 @@ void configure() {
 }
 
 bool is_configured() noexcept {
-    return flagConfigured;
+    return (firstDroppedLevel & UNCONFIGURED) == 0;
 }
 
 bool is_gui_app() noexcept {
@@ -152,7 +151,7 @@ void set_log_level(int level) {
 }
 
 unsigned get_log_level() noexcept {
-    return currentLevel;
+    return (firstDroppedLevel & ~UNCONFIGURED) - 1;
 }
 
 void set_log_level_default(LOG_LEVEL level) noexcept {

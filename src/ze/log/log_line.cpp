@@ -17,7 +17,7 @@ namespace ze::log {
 namespace {
 
 constexpr unsigned THREAD_DIGITS = 4;
-constexpr unsigned LARGEST_NUMBER_WIDTH = 64;
+constexpr unsigned LARGEST_NUMBER_WIDTH = 4000;  // more would only fill the log
 constexpr std::size_t USUAL_PREFIX = 64;
 constexpr std::size_t TIME_CAPACITY = 512;
 
@@ -60,7 +60,7 @@ std::string fraction_of_second(unsigned long long mc, time::FORM_SECOND form) {
 }  // namespace
 
 void set_log_digits(unsigned width) {
-    digits = width;
+    digits = std::min(width, LARGEST_NUMBER_WIDTH);
 }
 
 unsigned get_log_digits() noexcept {
@@ -71,9 +71,8 @@ std::string trailler(unsigned counter, LOG_LEVEL level, const GBits<unsigned>& b
     std::string text;
     text.reserve(USUAL_PREFIX);
     if (bits.is_bit(COLUMN_NUMBER)) {
-        const unsigned width = std::min(get_log_digits(), LARGEST_NUMBER_WIDTH);
         text += '[';
-        text += str::format_fill_zero(width, counter);
+        text += str::format_fill_zero(get_log_digits(), counter);
         text += "] ";
     }
     if (bits.is_bit(COLUMN_LEVEL)) {

@@ -3,8 +3,18 @@
 #include "ze/tools/clock.h"
 
 #include <cstdint>
+#include <limits>
 
 namespace ze::time {
+
+namespace {
+
+bool is_countable_in_microseconds(std::time_t seconds) noexcept {
+    constexpr auto LARGEST = std::numeric_limits<long long>::max() / static_cast<long long>(SECOND);
+    return seconds >= -LARGEST && seconds <= LARGEST;
+}
+
+}  // namespace
 
 GTime::GTime(bool now) : GTime(now ? get_micro_seconds() : 0ULL) {}
 
@@ -41,7 +51,7 @@ void GTime::from_tm(std::tm calendar) {
     // -1 is also a second before 1970; that mktime failed shows in a field that it always sets.
     calendar.tm_wday = -1;
     const std::time_t seconds = std::mktime(&calendar);
-    if (calendar.tm_wday == -1) {
+    if (calendar.tm_wday == -1 || !is_countable_in_microseconds(seconds)) {
         set_count(0);
         return;
     }

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <climits>
 #include <filesystem>
+#include <string_view>
 
 #if defined(Q_OS_WIN)
 #include <windows.h>
@@ -66,11 +67,23 @@ std::filesystem::path program_path() {
     return buffer;
 }
 #else
+// The kernel marks the link to a file that was removed or replaced, as an update does with a
+// program that runs.
+std::filesystem::path without_mark_of_removed(const std::filesystem::path& path) {
+    constexpr std::string_view MARK = " (deleted)";
+    std::string text = path.string();
+    std::error_code error;
+    if (text.ends_with(MARK) && !std::filesystem::exists(path, error)) {
+        text.resize(text.size() - MARK.size());
+    }
+    return text;
+}
+
 std::filesystem::path program_path() {
     std::error_code error;
     const std::filesystem::path path = std::filesystem::read_symlink("/proc/self/exe", error);
     return error ? std::filesystem::path(QCoreApplication::applicationFilePath().toStdString())
-                 : path;
+                 : without_mark_of_removed(path);
 }
 #endif
 

@@ -224,6 +224,23 @@ TEST(log, an_appender_added_twice_gets_each_line_once) {
     EXPECT_EQ(collector.texts, (Lines{"text", "null"}));
 }
 
+class Muffler final : public LogAppender {
+public:
+    void log_string(unsigned, LOG_LEVEL, const char*) override { set_log_level(WARN); }
+};
+
+TEST(log, an_appender_can_change_the_level) {
+    test::LogCapture log(TRACE);
+    Muffler muffler;
+    muffler.set_enabled(true);
+    add_log_appender(&muffler);
+    pp("first");
+    pp("dropped");
+    remove_log_appender(&muffler);
+    EXPECT_EQ(log.lines(), Lines{"first"});
+    EXPECT_EQ(get_log_level(), static_cast<unsigned>(WARN));
+}
+
 TEST(parse_log_level, takes_numbers_and_words) {
     struct Row {
         const char* text;
@@ -292,10 +309,13 @@ TEST_F(LogState, a_number_wider_than_the_digits_is_never_cut) {
     EXPECT_EQ(columns(64, 1234), "[1234]  ");
 }
 
-TEST_F(LogState, the_number_shows_at_most_64_places) {
+TEST_F(LogState, the_number_shows_as_many_places_as_the_digits_say) {
     set_log_digits(100);
     EXPECT_EQ(get_log_digits(), 100U);
-    EXPECT_EQ(columns(64, 7), '[' + std::string(63, '0') + "7]  ");
+    EXPECT_EQ(columns(64, 7), '[' + std::string(99, '0') + "7]  ");
+    set_log_digits(4'000'000'000);
+    EXPECT_EQ(get_log_digits(), 4000U);
+    EXPECT_EQ(columns(64, 7), '[' + std::string(3999, '0') + "7]  ");
 }
 
 TEST(get_time_stamp, the_fraction_stands_behind_the_format) {

@@ -18,8 +18,13 @@ struct Counted {
     mutable int conversions = 0;
 };
 
-template <log::LOG_LEVEL LEVEL>
-void log_every_form(const LogCall<LEVEL>& call) {
+/// The calls of one level, as one object.
+#define CALLS_OF(name)        \
+    [](const auto&... args) { \
+        name(args...);        \
+    }
+
+void log_every_form(const auto& call) {
     call();
     call("a $ stays");
     call(std::string("string"));
@@ -45,23 +50,32 @@ Lines every_form(const std::string& level) {
 
 TEST(pp, every_form_logs_at_the_level_of_its_call) {
     test::LogCapture log(log::TRACE);
-    log_every_form(pp_warn);
+    log_every_form(CALLS_OF(pp_warn));
     EXPECT_EQ(log.lines_with_level(), every_form("WRN"));
     log.clear();
-    log_every_form(pp_info);
+    log_every_form(CALLS_OF(pp_info));
     EXPECT_EQ(log.lines_with_level(), every_form("INF"));
     log.clear();
-    log_every_form(pp);
+    log_every_form(CALLS_OF(pp));
     EXPECT_EQ(log.lines_with_level(), every_form("DEB"));
     log.clear();
-    log_every_form(pp_trace);
+    log_every_form(CALLS_OF(pp_trace));
     EXPECT_EQ(log.lines_with_level(), every_form("TRA"));
     log.clear();
-    log_every_form(pp_error);
+    log_every_form(CALLS_OF(pp_error));
     EXPECT_EQ(log.lines_with_level(), every_form("ERR"));
     for (const std::string& line : log.lines()) {
         log.expect_error(line);
     }
+}
+
+TEST(pp, the_type_of_the_value_can_be_named) {
+    test::LogCapture log;
+    pp<long long>("$", 7);
+    pp_info<int>("$", 'a');
+    pp_error<unsigned short>("$", 65535);
+    log.expect_error("65535");
+    EXPECT_EQ(log.lines_with_level(), (Lines{"DEB 7", "INF 97", "ERR 65535"}));
 }
 
 TEST(pp_format, takes_any_number_of_values_behind_an_indent) {

@@ -93,6 +93,20 @@ TEST_F(GTimeTest, carries_calendar_fields_over_and_sets_1970_beyond_all_years) {
     EXPECT_EQ(time.getMicroseconds(), 0u);
 }
 
+TEST_F(GTimeTest, sets_1970_for_a_year_whose_microseconds_cannot_be_counted) {
+    for (const int year : {300'000, -300'000, 2'000'000'000, -2'000'000'000}) {
+        GTime time(1ULL);
+        std::tm calendar{};
+        calendar.tm_year = year;
+        calendar.tm_mday = 1;
+        time.from_tm(calendar);
+        EXPECT_EQ(time.getMicroseconds(), 0u) << year;
+    }
+    GTime time(false);
+    time.set_time(290'000, 1, 1, 1, 0, 0);
+    EXPECT_EQ(time.tm_year(), 290'000);
+}
+
 TEST_F(GTimeTest, knows_the_second_before_1970_from_a_failure) {
     GTime time(1ULL);
     time.set_time(1970, 1, 1, 0, 59, 59);

@@ -1,7 +1,10 @@
 #include "ze/tools/os.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
+#include <QProcess>
+#include <QProcessEnvironment>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -41,6 +44,41 @@ TEST(os, names_the_program_by_its_file) {
     EXPECT_EQ(os::get_program_name(), "os_test");
     EXPECT_EQ(os::get_program_name_qs(), QStringLiteral("os_test"));
 }
+
+#if defined(__linux__)
+/// Runs the present test again in a copy of this program, which has the name and removes itself.
+void name_a_removed_program(const QString& name) {
+    const QString mark = QStringLiteral("THIS_COPY_IS_REMOVED");
+    const QString self = QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget();
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (environment.contains(mark)) {
+        ASSERT_TRUE(QFile::remove(self));
+        EXPECT_EQ(os::get_program_name_qs(), name);
+        return;
+    }
+    const QTemporaryDir folder;
+    ASSERT_TRUE(QFile::copy(self, folder.filePath(name)));
+    environment.insert(mark, name);
+    QProcess copy;
+    copy.setProcessEnvironment(environment);
+    copy.setProcessChannelMode(QProcess::ForwardedChannels);
+    copy.start(folder.filePath(name),
+               {QStringLiteral("--gtest_filter=os.") +
+                QLatin1String(testing::UnitTest::GetInstance()->current_test_info()->name())});
+    ASSERT_TRUE(copy.waitForFinished());
+    EXPECT_EQ(copy.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(copy.exitCode(), 0);
+    EXPECT_FALSE(QFile::exists(folder.filePath(name)));
+}
+
+TEST(os, names_the_program_by_its_file_when_that_was_removed) {
+    name_a_removed_program(QStringLiteral("game"));
+}
+
+TEST(os, leaves_the_name_of_a_program_that_is_called_deleted) {
+    name_a_removed_program(QStringLiteral("game (deleted)"));
+}
+#endif
 
 TEST(os, without_a_screen_has_no_size_and_is_not_small) {
     bool ok = true;

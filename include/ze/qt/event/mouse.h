@@ -3,9 +3,6 @@
 // presses, releases and moves alike. Every question about a null event is answered with false.
 #pragma once
 
-#include "ze/tools/format.h"
-
-#include <sstream>
 #include <string>
 
 class QMouseEvent;
@@ -17,16 +14,8 @@ namespace ze::qt::event::mouse {
 [[nodiscard]] bool is_middle(const QMouseEvent* ev) noexcept;
 [[nodiscard]] bool is_any_button(const QMouseEvent* ev) noexcept;
 
-/// Type, buttons, position in widget pixels and modifiers; "nullptr" for null.
+/// Type, buttons, position in widget pixels and modifiers; "nullptr" for null. So prints the
+/// formatter, too.
 [[nodiscard]] std::string to_string(const QMouseEvent* ev);
 
 }  // namespace ze::qt::event::mouse
-
-namespace ze {
-
-template <>
-void obj_to_stream(std::stringstream& out, QMouseEvent* const& ev);
-template <>
-void obj_to_stream(std::stringstream& out, const QMouseEvent* const& ev);
-
-}  // namespace ze

@@ -1,6 +1,7 @@
 #include "ze/qt/event/mouse.h"
 
 #include "ze/qt/event/mod.h"
+#include "ze/tools/format.h"
 
 #include <QMouseEvent>
 
