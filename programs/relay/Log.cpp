@@ -3,7 +3,6 @@
 #include "messages.h"
 
 #include <chrono>
-#include <cstdio>
 #include <ctime>
 
 namespace relay {
@@ -38,14 +37,6 @@ void Log::event(std::string_view word, std::initializer_list<Field> fields) cons
         line.append(" ").append(field.name).append("=").append(field.value);
     }
     sink_(line);
-}
-
-Log::Sink stdout_sink() {
-    return [](std::string_view line) {
-        std::fwrite(line.data(), 1, line.size(), stdout);
-        std::fputc('\n', stdout);
-        std::fflush(stdout);
-    };
 }
 
 }  // namespace relay

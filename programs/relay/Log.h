@@ -34,7 +34,4 @@ private:
     Sink sink_;
 };
 
-/// Writes each line to standard output and flushes it.
-[[nodiscard]] Log::Sink stdout_sink();
-
 }  // namespace relay

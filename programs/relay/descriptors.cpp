@@ -1,6 +1,8 @@
 #include "descriptors.h"
 
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 namespace relay {
 
@@ -19,6 +21,14 @@ std::optional<std::size_t> descriptor_limit() noexcept {
         return std::nullopt;
     }
     return limit.rlim_cur;
+}
+
+void hold_standard_descriptors() noexcept {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(descriptor, F_GETFD) < 0) {
+            static_cast<void>(open("/dev/null", O_RDWR));  // takes the lowest number that is free
+        }
+    }
 }
 
 }  // namespace relay

@@ -1,4 +1,4 @@
-// How many files and sockets the process may have open at once.
+// The files and sockets that the process has open, and how many these may be.
 #pragma once
 
 #include <cstddef>
@@ -11,5 +11,9 @@ void raise_descriptor_limit() noexcept;
 
 /// The limit as it stands; nothing where the system does not tell.
 [[nodiscard]] std::optional<std::size_t> descriptor_limit() noexcept;
+
+/// Opens /dev/null for each of the three standard descriptors that is closed: else the next
+/// connection would take its number, and the log would go to a client.
+void hold_standard_descriptors() noexcept;
 
 }  // namespace relay

@@ -1,6 +1,7 @@
 // vork2d-relay: brings two players together and passes on what they send to each other.
 
 #include "Log.h"
+#include "LogWriter.h"
 #include "Options.h"
 #include "Server.h"
 #include "address.h"
@@ -9,6 +10,8 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+
+#include <unistd.h>
 
 namespace {
 
@@ -47,16 +50,18 @@ int check(const relay::Options& options) {
 }
 
 int serve(const relay::Options& options) {
+    // A log that can not be written, for want of a reader or of room, ends nothing.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     relay::raise_descriptor_limit();
-    const relay::Log log(relay::stdout_sink());
+    relay::LogWriter writer(STDOUT_FILENO);
+    const relay::Log log([&writer](std::string_view line) { writer.write(line); });
     const relay::ServiceManager manager(environment);
     relay::Server server(options, log, manager);
     if (const std::string fault = server.start(); !fault.empty()) {
         return fail(fault);
     }
-    std::printf("%s\n", server.reach().c_str());
-    std::fflush(stdout);
+    writer.write(server.reach());
     server.run();
     return EXIT_SUCCESS;
 }
@@ -64,6 +69,7 @@ int serve(const relay::Options& options) {
 }  // namespace
 
 int main(int count, char** values) {
+    relay::hold_standard_descriptors();
     const relay::CommandLine line =
         relay::read_command_line({values + 1, values + count}, environment);
     if (!line.fault.empty()) {
