@@ -14,7 +14,7 @@ constexpr std::array<ReasonInfo, static_cast<std::size_t>(Reason::COUNT)> TABLE 
     {"name_without_colon", 2, POLICY, "The name has no colon. Log in as group:name."},
     {"name_too_long", 3, POLICY, "The name is longer than 64 characters."},
     {"name_bad_character", 4, POLICY,
-     "A name holds no comma, no blank and no invisible character."},
+     "A name holds no comma, no blank, no invisible character and no pile of accents."},
     {"no_login", 5, POLICY, "The first message has to be a LOGIN to \"+\"."},
     {"login_timeout", 6, POLICY, "No login came in time."},
     {"wrong_password", 7, POLICY, "The password is not that of this group."},
