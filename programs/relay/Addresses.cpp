@@ -6,13 +6,7 @@ namespace relay {
 
 namespace {
 
-constexpr double SECONDS_PER_MINUTE = 60;
 constexpr std::size_t MIN_SWEEP = 1024;
-
-TokenBucket per_minute(std::size_t count, TimePoint now) noexcept {
-    const auto burst = static_cast<double>(count);
-    return {burst, burst / SECONDS_PER_MINUTE, now};
-}
 
 }  // namespace
 
@@ -81,8 +75,8 @@ bool Addresses::may_log_in(const std::string& address, TimePoint now) const noex
 
 Addresses::Entry& Addresses::entry(const std::string& address, TimePoint now) {
     return entries_
-        .try_emplace(address, Entry{0, 0, per_minute(limits_.connectsPerMinute, now),
-                                    per_minute(limits_.failedLogins, now)})
+        .try_emplace(address, Entry{0, 0, TokenBucket::per_minute(limits_.connectsPerMinute, now),
+                                    TokenBucket::per_minute(limits_.failedLogins, now)})
         .first->second;
 }
 

@@ -207,7 +207,9 @@ void Hub::check(Session& session, TimePoint now) {
     if (session.flagClosed) {
         return;
     }
-    if (!session.is_member()) {
+    if (session.waitsFor) {
+        check_waiting(session, now);
+    } else if (!session.is_member()) {
         if (now >= session.tmEntered + limits_.login) {
             refuse(session, Reason::LOGIN_TIMEOUT);
         }
@@ -219,6 +221,9 @@ void Hub::check(Session& session, TimePoint now) {
 }
 
 TimePoint Hub::next_check(const Session& session) const noexcept {
+    if (session.waitsFor) {
+        return std::min(session.waitsFor->attempts.next_turn(), end_of_wait(session));
+    }
     if (!session.is_member()) {
         return session.tmEntered + limits_.login;
     }
@@ -248,6 +253,10 @@ void Hub::refuse(Session& session, Reason reason) {
 
 void Hub::leave(Session& session, std::string_view reason) {
     session.flagClosed = true;
+    if (session.waitsFor) {
+        session.waitsFor->attempts.remove(session);
+        session.waitsFor = nullptr;
+    }
     Group* group = session.group;
     if (group == nullptr) {
         return;
@@ -256,13 +265,12 @@ void Hub::leave(Session& session, std::string_view reason) {
     --metrics_.members;
     group->remove(session);
     log_.event("left", {{"reason", reason}, {"name", session.name}, {"address", session.address}});
-    if (group->is_empty()) {
-        groups_.erase(group->name);
-        metrics_.groups = groups_.size();
-        return;
+    if (!group->is_empty()) {
+        Session& remaining = *group->members[0];
+        tell(remaining, chat_message("bye", session.name, remaining.name, "has left."));
+    } else if (!group->flagHeld) {
+        dissolve(*group);
     }
-    Session& remaining = *group->members[0];
-    tell(remaining, chat_message("bye", session.name, remaining.name, "has left."));
 }
 
 }  // namespace relay

@@ -2,6 +2,7 @@
 // It is driven by calls alone, without sockets and with the time as an argument.
 #pragma once
 
+#include "Attempts.h"
 #include "Envelope.h"
 #include "Limits.h"
 #include "Password.h"
@@ -25,7 +26,9 @@ struct Metrics;
 struct Group {
     std::string name;
     Password password;
+    Attempts attempts;
     std::array<Session*, 2> members{};
+    bool flagHeld = false;  ///< somebody may be about to enter: it outlives its last member
 
     [[nodiscard]] Session* find(std::string_view memberName) const noexcept;
     [[nodiscard]] Session* other(const Session& member) const noexcept;
@@ -72,10 +75,16 @@ public:
 private:
     void log_in(Session& session, const Envelope* login, TimePoint now);
     [[nodiscard]] std::optional<Reason> login_fault(const Session& session, const Envelope* login,
-                                                    TimePoint now);
-    void dismiss_stale(const std::string& name);
-    [[nodiscard]] Group& group_for(const Envelope& login);
-    void enter(Session& session, Group& group);
+                                                    TimePoint now) const;
+    void try_password(Session& session, const Envelope& login, TimePoint now);
+    [[nodiscard]] Group& group_for(const Envelope& login, TimePoint now);
+    void wait(Group& group, Attempt attempt);
+    void check_waiting(Session& session, TimePoint now);
+    void answer_line(Group& group, TimePoint now);
+    void answer(Group& group, const Attempt& attempt, TimePoint now);
+    void enter(Session& session, Group& group, const std::string& name, TimePoint now);
+    void release(Group& group);
+    void dissolve(Group& group);
 
     void route(Session& session, const Envelope& message, std::string_view frame, TimePoint now);
     void take(Session& session, const Envelope& message, TimePoint now);
@@ -87,6 +96,9 @@ private:
     [[nodiscard]] bool may_chat(Session& session, const Envelope& message, TimePoint now);
     void tell_chat_dropped(Session& session, std::string_view reason, std::string_view text);
     void ping(Session& session, TimePoint now);
+    [[nodiscard]] TimePoint end_of_wait(const Session& session) const noexcept {
+        return session.tmEntered + limits_.login + limits_.turn;
+    }
 
     const Limits& limits_;
     Addresses& addresses_;

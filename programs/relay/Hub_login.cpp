@@ -8,27 +8,26 @@
 #include "messages.h"
 
 #include <optional>
+#include <utility>
 
 namespace relay {
 
 void Hub::log_in(Session& session, const Envelope* login, TimePoint now) {
-    if (const std::optional<Reason> fault = login_fault(session, login, now)) {
-        if (*fault != Reason::FAILED_LOGINS && *fault != Reason::GROUP_FULL) {
+    if (session.waitsFor) {
+        ++metrics_.framesDropped;
+    } else if (const std::optional<Reason> fault = login_fault(session, login, now)) {
+        if (*fault != Reason::FAILED_LOGINS) {
             addresses_.fail_login(session.address, now);
         }
         refuse(session, *fault);
     } else {
-        session.name = login->from;
-        session.tmPinged = now;
-        dismiss_stale(session.name);
-        enter(session, group_for(*login));
+        try_password(session, *login, now);
     }
     reader_.forget_password();
 }
 
-// The password is looked at before the rest of the group: who does not know it learns no more.
 std::optional<Reason> Hub::login_fault(const Session& session, const Envelope* login,
-                                       TimePoint now) {
+                                       TimePoint now) const {
     if (login == nullptr || login->type != "LOGIN" || login->to != "+") {
         return Reason::NO_LOGIN;
     }
@@ -38,61 +37,114 @@ std::optional<Reason> Hub::login_fault(const Session& session, const Envelope* l
     if (!addresses_.may_log_in(session.address, now)) {
         return Reason::FAILED_LOGINS;
     }
-    const auto found = groups_.find(std::string(group_of(login->from)));
-    if (found == groups_.end()) {
-        return std::nullopt;
-    }
-    const Group& group = found->second;
-    const bool flagKnown = group.find(login->from) != nullptr;
-    if (!group.password.matches(login->pw)) {
-        return flagKnown ? Reason::NAME_TAKEN : Reason::WRONG_PASSWORD;
-    }
-    if (group.is_full() && !flagKnown) {
-        return Reason::GROUP_FULL;
-    }
     return std::nullopt;
 }
 
-// Who returns after a lost line finds his own place still held by the connection that died. His
-// friend sees a "bye" and then a "join", which puts both clients back to the start.
-void Hub::dismiss_stale(const std::string& name) {
-    const auto found = groups_.find(std::string(group_of(name)));
-    if (found == groups_.end()) {
-        return;
+// Right and wrong passwords wait alike: who does not know the word learns nothing from the pause.
+void Hub::try_password(Session& session, const Envelope& login, TimePoint now) {
+    Group& group = group_for(login, now);
+    group.flagHeld = true;
+    Attempt attempt{&session, login.from, group.password.matches(login.pw)};
+    if (group.attempts.knows(session.address)) {
+        answer(group, attempt, now);
+    } else {
+        wait(group, std::move(attempt));
+        answer_line(group, now);
     }
-    if (Session* stale = found->second.find(name)) {
-        refuse(*stale, Reason::REPLACED);
-    }
+    release(group);
 }
 
-Group& Hub::group_for(const Envelope& login) {
+Group& Hub::group_for(const Envelope& login, TimePoint now) {
     std::string name(group_of(login.from));
     const auto found = groups_.find(name);
     if (found != groups_.end()) {
         return found->second;
     }
-    Group group{name, Password(login.pw), {}};
+    Group group{name, Password(login.pw), Attempts(limits_, now)};
     Group& made = groups_.emplace(std::move(name), std::move(group)).first->second;
     metrics_.groups = groups_.size();
     return made;
 }
 
-void Hub::enter(Session& session, Group& group) {
-    group.add(session);
+void Hub::wait(Group& group, Attempt attempt) {
+    attempt.session->waitsFor = &group;
+    if (Session* leaver = group.attempts.add(std::move(attempt))) {
+        refuse(*leaver, Reason::GROUP_GUESSED);
+    }
+}
+
+void Hub::check_waiting(Session& session, TimePoint now) {
+    Group& group = *session.waitsFor;
+    group.flagHeld = true;
+    answer_line(group, now);
+    release(group);
+    if (session.waitsFor && now >= end_of_wait(session)) {
+        refuse(session, Reason::GROUP_GUESSED);
+    }
+}
+
+void Hub::answer_line(Group& group, TimePoint now) {
+    while (const std::optional<Attempt> attempt = group.attempts.take(now)) {
+        attempt->session->waitsFor = nullptr;
+        answer(group, *attempt, now);
+    }
+}
+
+// The password counts before the rest of the group: who does not know it learns no more. Whether
+// the name is taken is for the log alone.
+void Hub::answer(Group& group, const Attempt& attempt, TimePoint now) {
+    Session& session = *attempt.session;
+    Session* const namesake = group.find(attempt.name);
+    if (!attempt.flagRight) {
+        addresses_.fail_login(session.address, now);
+        group.attempts.fail(session.address, now);
+        refuse(session, namesake ? Reason::NAME_TAKEN : Reason::WRONG_PASSWORD);
+    } else if (group.is_full() && !namesake) {
+        refuse(session, Reason::GROUP_FULL);
+    } else {
+        // Who returns after a lost line finds his own place still held by the connection that died.
+        // His friend sees a "bye" and then a "join", which puts both clients back to the start.
+        if (namesake) {
+            refuse(*namesake, Reason::REPLACED);
+        }
+        enter(session, group, attempt.name, now);
+    }
+}
+
+void Hub::enter(Session& session, Group& group, const std::string& name, TimePoint now) {
+    session.name = name;
     session.group = &group;
+    session.tmHeard = now;
+    session.tmPinged = now;
+    group.add(session);
+    group.attempts.know(session.address);
     ++metrics_.members;
     log_.event("login", {{"name", session.name}, {"address", session.address}});
     tell(session, chat_message("welcome", RELAY_NAME, session.name,
                                group.is_full() ? "Welcome, your friend is here."
                                                : "Welcome, your friend is not here yet.",
                                group.list()));
-    if (!session.is_member()) {
-        return;  // it did not read, and with it the group may be gone
-    }
-    if (Session* friendSession = group.other(session)) {
+    Session* const friendSession = group.other(session);
+    if (session.is_member() && friendSession) {  // who does not read is out again
         tell(*friendSession,
              chat_message("join", session.name, friendSession->name, "has joined."));
     }
+}
+
+void Hub::release(Group& group) {
+    group.flagHeld = false;
+    if (group.is_empty()) {
+        dissolve(group);
+    }
+}
+
+void Hub::dissolve(Group& group) {
+    for (const Attempt& attempt : group.attempts.take_all()) {
+        attempt.session->waitsFor = nullptr;
+        refuse(*attempt.session, Reason::GROUP_GUESSED);
+    }
+    groups_.erase(group.name);
+    metrics_.groups = groups_.size();
 }
 
 }  // namespace relay

@@ -28,11 +28,13 @@ struct Limits {
     std::size_t queuedOutput = 1 << 20;  ///< bytes not yet taken by the kernel, per connection
     std::size_t queuedTotal = 256 << 20;  ///< above this in all, each connection has its share only
     std::size_t failedLogins = 10;        ///< per address and minute
-    std::size_t chatLength = 500;         ///< characters of one chat text
-    std::size_t chatBurst = 5;            ///< chat texts at once; then one a second
+    std::size_t failedLoginsPerGroup = 12;  ///< and minute, of strangers; then logins wait
+    std::size_t chatLength = 500;           ///< characters of one chat text
+    std::size_t chatBurst = 5;              ///< chat texts at once; then one a second
 
     std::chrono::seconds handshake{10};  ///< from the accept to the end of the upgrade
     std::chrono::seconds login{10};      ///< from the upgrade to the login
+    std::chrono::seconds turn{30};       ///< more, for a login that waits for its turn at a group
     std::chrono::seconds ping{15};       ///< between two heartbeats
     std::chrono::seconds silence{30};    ///< without a frame, then the client is closed
 };

@@ -45,6 +45,7 @@ enum class Reason {
     BAD_REQUEST,
     PROTOCOL,
     HANDSHAKE_FAILED,
+    GROUP_GUESSED,
     COUNT
 };
 

@@ -34,8 +34,9 @@ struct Session {
 
     Peer& peer;
     const std::string address;
-    std::string name;        ///< group:user, empty before the login
-    Group* group = nullptr;  ///< null before the login and after the leave
+    std::string name;           ///< group:user, empty before the login
+    Group* group = nullptr;     ///< null before the login and after the leave
+    Group* waitsFor = nullptr;  ///< the group whose answer to the login is still to come
     bool flagClosed = false;
     bool flagChatTold = false;  ///< knows that its chat texts are being dropped
     bool flagForged = false;    ///< has sent what only the relay may say; logged once

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 
 namespace relay {
 
@@ -12,6 +13,12 @@ class TokenBucket {
 public:
     TokenBucket(double capacity, double perSecond, TimePoint now) noexcept
         : capacity_(capacity), perSecond_(perSecond), tokens_(capacity), at_(now) {}
+
+    /// `count` at once, or evenly over each minute.
+    [[nodiscard]] static TokenBucket per_minute(std::size_t count, TimePoint now) noexcept {
+        const auto burst = static_cast<double>(count);
+        return {burst, burst / 60, now};
+    }
 
     /// Takes the tokens if they are there; otherwise leaves the bucket as it is.
     [[nodiscard]] bool take(double tokens, TimePoint now) noexcept {
@@ -26,6 +33,12 @@ public:
 
     [[nodiscard]] bool has(double tokens, TimePoint now) const noexcept {
         return level(now) >= tokens;
+    }
+    /// From when on the tokens are there, if nobody takes any; up to 2 ms late, never early.
+    [[nodiscard]] TimePoint when(double tokens) const noexcept {
+        const std::chrono::duration<double> wait(std::max(0.0, (tokens - tokens_) / perSecond_));
+        return at_ + std::chrono::ceil<std::chrono::milliseconds>(wait) +
+               std::chrono::milliseconds(1);
     }
     [[nodiscard]] bool is_full(TimePoint now) const noexcept { return has(capacity_, now); }
 

@@ -13,7 +13,7 @@ constexpr std::uint64_t GIGABYTE = 1 << 30;
 constexpr std::uint64_t HOUR = 3600;
 constexpr std::uint64_t DAY = 24 * HOUR;
 
-const std::array<Setting, 23> TABLE = {{
+const std::array<Setting, 24> TABLE = {{
     {"listen", &Options::listen, "HOST:PORT to serve players on; port 0 takes a free one"},
     {"cert", &Options::cert, "certificate chain in PEM; empty for one that signs itself"},
     {"key", &Options::key, "private key of the certificate, in PEM"},
@@ -37,6 +37,8 @@ const std::array<Setting, 23> TABLE = {{
     {"queued-total", &Limits::queuedTotal, "bytes waiting in all before each has but its share",
      1024, 64 * GIGABYTE},
     {"failed-logins", &Limits::failedLogins, "failed logins a minute from one address", 1, MILLION},
+    {"failed-logins-per-group", &Limits::failedLoginsPerGroup,
+     "wrong passwords a minute at one group; then logins wait for a turn", 1, MILLION},
     {"chat-length", &Limits::chatLength, "characters of one chat text", 1, MILLION},
     {"chat-burst", &Limits::chatBurst, "chat texts at once; then one a second", 1, MILLION},
     {"handshake-seconds", &Limits::handshake, "until a connection has to be open", 1, HOUR},

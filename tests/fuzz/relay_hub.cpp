@@ -37,6 +37,7 @@ relay::Limits small_limits() {
     limits.bytesPerSecond = 4096;
     limits.queuedOutput = 4096;
     limits.failedLogins = 3;
+    limits.failedLoginsPerGroup = 2;
     return limits;
 }
 
@@ -158,6 +159,10 @@ void check(const World& world, const std::array<std::unique_ptr<Client>, 3>& cli
         FUZZ_CHECK(client->closes <= 1);
         FUZZ_CHECK(client->queued() <= world.limits.queuedOutput + LAST_WORDS);
         const relay::Group* group = client->session.group;
+        if (client->session.waitsFor != nullptr) {
+            FUZZ_CHECK(group == nullptr && !client->session.flagClosed);
+            FUZZ_CHECK(!client->session.waitsFor->is_empty());
+        }
         if (group == nullptr) {
             continue;
         }

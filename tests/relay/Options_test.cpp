@@ -224,6 +224,7 @@ TEST(Options, the_defaults_are_these) {
               "queued-output = 1048576\n"
               "queued-total = 268435456\n"
               "failed-logins = 10\n"
+              "failed-logins-per-group = 12\n"
               "chat-length = 500\n"
               "chat-burst = 5\n"
               "handshake-seconds = 10\n"

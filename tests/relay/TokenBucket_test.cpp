@@ -24,4 +24,16 @@ TEST(TokenBucket, a_refused_take_costs_nothing) {
     EXPECT_TRUE(bucket.take(1, START + milliseconds(1000)));
 }
 
+TEST(TokenBucket, tells_from_when_on_the_tokens_are_there) {
+    relay::TokenBucket bucket = relay::TokenBucket::per_minute(12, START);
+    EXPECT_LE(bucket.when(12), START + milliseconds(2));
+    ASSERT_TRUE(bucket.take(12, START));
+    const relay::TimePoint when = bucket.when(1);
+    EXPECT_FALSE(bucket.has(1, START + milliseconds(4999)));
+    EXPECT_TRUE(bucket.has(1, when));
+    EXPECT_LE(when, START + milliseconds(5002));
+    ASSERT_TRUE(bucket.take(1, when));
+    EXPECT_TRUE(bucket.has(1, bucket.when(1)));
+}
+
 }  // namespace
