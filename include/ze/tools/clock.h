@@ -17,6 +17,10 @@ inline constexpr unsigned long long YEAR = 365 * DAY;
 [[nodiscard]] unsigned long long get_milli_seconds() noexcept;
 [[nodiscard]] unsigned long long get_micro_seconds() noexcept;
 
+/// Milliseconds since 1970 as the clock told them at the first call, and from then on by a clock
+/// that nobody sets: the difference of two is the time that really passed.
+[[nodiscard]] unsigned long long get_steady_milli_seconds() noexcept;
+
 /// A count of the unit, in microseconds.
 [[nodiscard]] unsigned long long from_seconds(unsigned count) noexcept;
 [[nodiscard]] unsigned long long from_minutes(unsigned count) noexcept;

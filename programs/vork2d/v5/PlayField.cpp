@@ -38,7 +38,7 @@ PlayField::PlayField(float w, float h, ze::net::IConnectionState& theConnection)
     set_velocity();
     timer.setInterval(rules::MS_FRAME);
     timer.timeout_listener += [this] {
-        on_timer(ze::time::get_milli_seconds());
+        on_timer(ze::time::get_steady_milli_seconds());
     };
     timer.start();
 }
@@ -106,11 +106,11 @@ void PlayField::on_play(ze::math::ORIENT2D::Type sideStart, unsigned long long m
     set_tm_travel(msTravel);
     ball.travelDistance = 0;
     playStats = PlayStats{};
-    playStats.msStart = ze::time::get_milli_seconds();
+    playStats.msStart = ze::time::get_steady_milli_seconds();
     playStats.tmTravel = tmTravel;
     playStats.tmRefresh = timer.interval();
     serve(sideStart);
-    tmLastFrame = ze::time::get_milli_seconds();
+    tmLastFrame = ze::time::get_steady_milli_seconds();
     set_state_RUN(true);
 }
 
@@ -142,7 +142,7 @@ void PlayField::on_stop() {
     ze::pp("STOPPED by user");
     ze::pp_empty();
     playStats.travelDistance = ball.travelDistance;
-    playStats.msEnd = ze::time::get_milli_seconds();
+    playStats.msEnd = ze::time::get_steady_milli_seconds();
     playStats.show(PlayStats::INDENT);
     tmLastFrame = 0;
     set_state_RUN(false);

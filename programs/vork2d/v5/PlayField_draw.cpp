@@ -6,6 +6,8 @@
 #include "PlayField.h"
 #include "PlayStats.h"
 
+#include <QFontMetricsF>
+
 namespace vork2d::v5 {
 
 namespace {
@@ -17,6 +19,17 @@ constexpr float CROSS_WIDTH = 0.5f;   // pixels
 constexpr QRgb LABEL_YELLOW = qRgba(255, 255, 0, 128);
 constexpr QRgb LABEL_WHITE = qRgba(255, 255, 255, 128);
 constexpr unsigned long long MS_FPS = 1000;  // how long frames are counted
+// Of a longer text only both ends are laid out: a name off the wire can be megabytes.
+constexpr qsizetype LABEL_END = 100;  // characters
+
+/// The text as wide as there is room, in field units: of a longer one the middle is left out, for
+/// the points stand at its end.
+QString elided(const ze::qt::GPC& gpc, const QString& text, float room) {
+    const QString ends = text.size() <= 2 * LABEL_END
+                             ? text
+                             : text.left(LABEL_END) + QChar(0x2026) + text.right(LABEL_END);
+    return QFontMetricsF(gpc.font()).elidedText(ends, Qt::ElideMiddle, static_cast<qreal>(room));
+}
 
 }  // namespace
 
@@ -29,18 +42,20 @@ void PlayField::draw(ze::qt::GPC& gpc, const ze::math::Rect& rect) {
     paddleLeft.draw(gpc);
     paddleRight.draw(gpc);
     ball.draw(gpc);
-    count_frame(ze::time::get_milli_seconds());
+    count_frame(ze::time::get_steady_milli_seconds());
     draw_cross(gpc);
 }
 
 void PlayField::draw_labels(ze::qt::GPC& gpc, const ze::math::Rect& rect) const {
     gpc.set_font_point_size(static_cast<float>(fontSize));  // measured as it is drawn
+    const float room = rect.w * 0.5f - LABEL_MARGIN;
+    const QString left = elided(gpc, textLeft, room);
+    const QString right = elided(gpc, textRight, room);
     const float xLeft = rect.left() + LABEL_MARGIN;
-    const float xRight = rect.right() - LABEL_MARGIN - gpc.measure_string(textRight).width;
+    const float xRight = rect.right() - LABEL_MARGIN - gpc.measure_string(right).width;
     const QColor white = QColor::fromRgba(LABEL_WHITE);
-    gpc.draw_text({xLeft, LABEL_Y}, textLeft, fontSize, QColor::fromRgba(LABEL_YELLOW),
-                  ze::qt::BOTTOM);
-    gpc.draw_text({xRight, LABEL_Y}, textRight, fontSize, white, ze::qt::BOTTOM);
+    gpc.draw_text({xLeft, LABEL_Y}, left, fontSize, QColor::fromRgba(LABEL_YELLOW), ze::qt::BOTTOM);
+    gpc.draw_text({xRight, LABEL_Y}, right, fontSize, white, ze::qt::BOTTOM);
     if (!textInfo.isEmpty()) {
         gpc.draw_text({xLeft, LABEL_INFO_Y}, textInfo, fontSize, white, ze::qt::BOTTOM);
     }

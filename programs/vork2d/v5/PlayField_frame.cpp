@@ -237,7 +237,7 @@ void PlayField::on_exit(glm::vec2 posBefore) {
     const bool beyondLeft = is_ball_beyond_left();
     cut_at_edge(posBefore, beyondLeft);
     playStats.travelDistance = ball.travelDistance;
-    playStats.msEnd = ze::time::get_milli_seconds();
+    playStats.msEnd = ze::time::get_steady_milli_seconds();
     ze::pp_empty();
     playStats.show(PlayStats::INDENT);
     listenerBallExit.fire_event(beyondLeft ? ze::math::ORIENT2D::LEFT : ze::math::ORIENT2D::RIGHT);

@@ -58,7 +58,7 @@ void PlayField::on_orientation(const PlayMessage& msg) {
 }
 
 void PlayField::on_start(const PlayMessage& msg, ze::net::CONTROL_OWNER owner) {
-    tmStartPlay = ze::time::get_milli_seconds();
+    tmStartPlay = ze::time::get_steady_milli_seconds();
     set_master(owner == LOCAL);
     const ORIENT2D::Type sideStart = msg.get_orient();
     const int msTravel = msg.get_int(QStringLiteral("msTravel"), rules::MS_TRAVEL);

@@ -27,6 +27,15 @@ unsigned long long get_micro_seconds() noexcept {
     return now_in<std::chrono::microseconds>();
 }
 
+unsigned long long get_steady_milli_seconds() noexcept {
+    using std::chrono::steady_clock;
+    static const steady_clock::time_point start = steady_clock::now();
+    static const unsigned long long mcStart = get_micro_seconds();
+    const auto passed =
+        std::chrono::duration_cast<std::chrono::microseconds>(steady_clock::now() - start);
+    return (mcStart + static_cast<unsigned long long>(passed.count())) / (SECOND / 1000);
+}
+
 unsigned long long from_seconds(unsigned count) noexcept {
     return count * SECOND;
 }

@@ -163,6 +163,27 @@ TEST_F(PlayFieldDraw, a_long_name_on_the_right_is_not_cut) {
     }
 }
 
+TEST_F(PlayFieldDraw, a_name_without_end_keeps_to_its_half_and_shows_its_points) {
+    const QString endless(1'000'000, QLatin1Char('M'));
+    constexpr QRect LEFT_HALF{0, 0, 399, 60};
+    constexpr QRect RIGHT_HALF{402, 0, 398, 60};
+    for (const int size : {10, 16, 32}) {
+        field.fontSize = size;
+        field.textLeft = endless + QStringLiteral(":1");
+        field.textRight = endless + QStringLiteral(":2");
+        const QImage image = picture();
+        EXPECT_GT(count(image, LEFT_HALF, is_yellowish), 100) << size;
+        EXPECT_GT(count(image, RIGHT_HALF, is_greyish), 100) << size;
+        EXPECT_EQ(count(image, LEFT_HALF, is_greyish), 0) << size;
+        EXPECT_EQ(count(image, RIGHT_HALF, is_yellowish), 0) << size;
+        field.textLeft = endless + QStringLiteral(":3");
+        field.textRight = endless + QStringLiteral(":4");
+        const QImage later = picture();
+        EXPECT_NE(image.copy(LEFT_HALF), later.copy(LEFT_HALF)) << size;
+        EXPECT_NE(image.copy(RIGHT_HALF), later.copy(RIGHT_HALF)) << size;
+    }
+}
+
 TEST_F(PlayFieldDraw, every_picture_counts_as_a_frame) {
     vork2d::v5::playStats.frames = 5;
     static_cast<void>(picture());

@@ -177,7 +177,7 @@ TEST_F(PlayFieldTest, a_start_zeroes_the_statistics) {
     playStats.frames = 9;
     playStats.msEnd = 1;
     field.ball.travelDistance = 77;
-    const unsigned long long before = ze::time::get_milli_seconds();
+    const unsigned long long before = ze::time::get_steady_milli_seconds();
     field.on_play(ORIENT2D::LEFT, 2000);
     EXPECT_EQ(playStats.all_hits(), 0U);
     EXPECT_EQ(playStats.frames, 0U);

@@ -63,9 +63,9 @@ TEST_F(FrameTimer, a_tick_without_a_last_frame_only_takes_the_time) {
 }
 
 TEST_F(FrameTimer, the_first_tick_after_a_start_takes_the_time_since_the_start) {
-    const unsigned long long before = ze::time::get_milli_seconds();
+    const unsigned long long before = ze::time::get_steady_milli_seconds();
     field.on_play(ORIENT2D::LEFT, 5000);
-    const unsigned long long after = ze::time::get_milli_seconds();
+    const unsigned long long after = ze::time::get_steady_milli_seconds();
     field.on_timer(after + 100);
     const float distance = glm::length(field.ball.pos - glm::vec2(-370, 0));
     EXPECT_GE(distance, 0.16f * 100 - 0.01f);

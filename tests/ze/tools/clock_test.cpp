@@ -24,6 +24,16 @@ TEST(clock, counts_from_1970_in_the_unit_of_the_name) {
     EXPECT_LE(microseconds / 1'000'000, before + 60);
 }
 
+TEST(clock, that_is_steady_starts_with_the_clock_of_the_day_and_never_goes_back) {
+    unsigned long long last = time::get_milli_seconds();
+    EXPECT_LE(time::get_steady_milli_seconds(), last + 60'000);
+    for (int i = 0; i < 1000; ++i) {
+        const unsigned long long now = time::get_steady_milli_seconds();
+        ASSERT_LE(last, now);
+        last = now;
+    }
+}
+
 TEST(clock, has_months_of_28_days_and_years_of_365) {
     EXPECT_EQ(time::from_seconds(1), 1'000'000ULL);
     EXPECT_EQ(time::from_minutes(1), 60'000'000ULL);
