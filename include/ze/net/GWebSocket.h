@@ -29,7 +29,8 @@ public:
     ~GWebSocket() override;
     Q_DISABLE_COPY_MOVE(GWebSocket)
 
-    /// Starts the closing handshake; `listenerDisconnected` tells when it is done.
+    /// Starts the closing handshake; `listenerDisconnected` tells when it is done. What has not
+    /// gone out after two seconds is dropped.
     void close(QWebSocketProtocol::CloseCode code, const QString& reason);
 
     [[nodiscard]] bool is_connected() const override;
@@ -39,10 +40,16 @@ public:
     /// Returns the number of bytes sent, 0 on a closed socket.
     qint64 send_object(const QJsonObject& object);
 
+    /// What waits here until the other end reads. Beyond 4 MiB the connection is closed at once,
+    /// without the closing handshake, with an error line.
+    [[nodiscard]] qint64 unsent_bytes() const;
+
 private:
     int closeStage = 0;  // 0 open or never closed, 1 close was called, 2 the disconnect was told
 
     void connect_signals();
+    void watch_unsent();
+    void check_unsent();
     void on_connected();
     void on_disconnected();
     void on_text(const QString& text);

@@ -3,8 +3,11 @@
 #include "ze/log/pp.h"
 #include "ze/net/json.h"
 
+#include <QTimer>
 #include <QUrl>
 #include <QtGlobal>
+
+#include <chrono>
 
 namespace ze::net {
 
@@ -12,6 +15,11 @@ namespace {
 
 // Far beyond any message of the game; what is longer makes Qt close the connection.
 constexpr quint64 MAX_INCOMING_BYTES = 16ULL * 1024 * 1024;
+
+// Far beyond what the game ever has on its way: the other end has stopped reading.
+constexpr qint64 MAX_UNSENT_BYTES = 4LL * 1024 * 1024;
+
+constexpr std::chrono::seconds CLOSE_PATIENCE{2};
 
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
 constexpr auto SIGNAL_ERROR = &QWebSocket::errorOccurred;
@@ -48,6 +56,12 @@ void GWebSocket::connect_signals() {
 void GWebSocket::close(QWebSocketProtocol::CloseCode code, const QString& reason) {
     closeStage = 1;
     QWebSocket::close(code, reason);
+    // Qt sends first what is unsent, and waits for ever where the other end does not read.
+    QTimer::singleShot(CLOSE_PATIENCE, this, [this] {
+        if (state() == QAbstractSocket::ClosingState) {
+            abort();
+        }
+    });
 }
 
 bool GWebSocket::is_connected() const {
@@ -55,11 +69,42 @@ bool GWebSocket::is_connected() const {
 }
 
 qint64 GWebSocket::send_object(const QJsonObject& object) {
-    return sendTextMessage(json::to_json_string(object, QJsonDocument::Compact));
+    const qint64 sent = sendTextMessage(json::to_json_string(object, QJsonDocument::Compact));
+    // Queued: the sender need not reckon with the end of the connection in the midst of its work.
+    QMetaObject::invokeMethod(
+        this, [this] { check_unsent(); }, Qt::QueuedConnection);
+    return sent;
+}
+
+qint64 GWebSocket::unsent_bytes() const {
+    // QWebSocket::bytesToWrite knows nothing of what is encrypted and waits in a socket below.
+    qint64 count = 0;
+    for (const QAbstractSocket* const socket : findChildren<QAbstractSocket*>()) {
+        count += socket->bytesToWrite();
+    }
+    return count;
+}
+
+void GWebSocket::watch_unsent() {
+    // Qt answers a protocol ping, and TLS a request for new keys, without telling: what is read may
+    // have left something to send.
+    for (const QAbstractSocket* const socket : findChildren<QAbstractSocket*>()) {
+        connect(
+            socket, &QIODevice::readyRead, this, [this] { check_unsent(); }, Qt::QueuedConnection);
+    }
+}
+
+void GWebSocket::check_unsent() {
+    if (unsent_bytes() <= MAX_UNSENT_BYTES) {
+        return;
+    }
+    pp_error("GWebSocket, more than 4 MiB unsent, the other end does not read, connection closed");
+    abort();  // the frame of a closing handshake would wait behind the rest
 }
 
 void GWebSocket::on_connected() {
     closeStage = 0;
+    watch_unsent();
     listenerConnected.fire_event(NO_PAYLOAD{});
 }
 
