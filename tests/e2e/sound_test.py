@@ -70,6 +70,14 @@ class SoundServer:
         self._reader.join()
         self._programs[-1].stdout.close()
 
+    def die(self):
+        """As a server that crashed."""
+        self._programs[0].kill()
+        self.close()
+
+    def is_loud(self):
+        return any(abs(sample) > QUIET for sample in self.samples[-RATE:])
+
     def onset_after(self, moment, limit):
         """Seconds from a time of day to the first loud sample, within `limit`; None where all is quiet."""
         start = min(self._starts)  # no block comes earlier than it was recorded
@@ -131,6 +139,43 @@ class SoundTest(unittest.TestCase):
         print(f"a sound takes {held_up:.2f} ms of a frame, {statistics.median(pictures)} pictures/s are drawn")
         self.assertLess(held_up, 8)
         self.assertGreaterEqual(max(pictures), 55)
+
+    def start_and_lose_the_sound_server(self):
+        """The server dies while a hit is heard, the last one so far: the next is a second away."""
+        server = SoundServer(self.stage)
+        client = self.start_rally()
+
+        def last_hit_is_heard():
+            hits = self.sounds(client)
+            return hits and server.onset_after(hits[-1][0], 0.5) is not None
+        wait_for("a hit", last_hit_is_heard, 60)
+        server.die()
+        return client
+
+    def play_on(self, client):
+        hits = len(self.sounds(client)) + HITS
+        wait_for("more hits", lambda: len(self.sounds(client)) >= hits, 60)
+
+    def check_the_end(self, client):
+        lines = self.foreign_lines(client)
+        print("lines that are not the game's:", lines)
+        self.assertLess(len(lines), HITS, "not one for each sound")
+        self.assertEqual(client.errors(), [])
+        self.assertEqual(client.quit(), 0)
+
+    def test_a_sound_server_that_starts_anew_is_heard_again(self):
+        """Qt looks for it once, three seconds after it went."""
+        client = self.start_and_lose_the_sound_server()
+        server = SoundServer(self.stage)
+        self.addCleanup(server.close)
+        wait_for("a sound", server.is_loud, 60)
+        self.play_on(client)
+        self.check_the_end(client)
+
+    def test_a_sound_server_that_dies_leaves_a_silent_game(self):
+        client = self.start_and_lose_the_sound_server()
+        self.play_on(client)
+        self.check_the_end(client)
 
     def foreign_lines(self, client):
         """What Qt says; the settings speak before the log has its columns."""
