@@ -38,7 +38,7 @@ class DeafRelayTest(unittest.TestCase):
         pour.join(LIMIT)
         self.assertFalse(pour.is_alive())
         self.assertEqual(self.ann.errors(), [LEFT])
-        self.assertLess(most - before, 64 * MEGABYTE)
+        self.assertLess(most - before, 96 * MEGABYTE)
         self.ann.press("ctrl+1")
         self.ann.wait_line("tmTravel, ms:10000")
 

@@ -147,11 +147,11 @@ class Rows:
                 self.assertEqual(self.errors_of(frame), errors)
         self.assertTrue(self.ann.is_running())
 
-    def frames_per_second(self, texts):
+    def frames_per_second(self, texts, per_second=1000):
         """(frames sent, pictures drawn) in each second of a flood, the median of the drawn ones. All is handled
         when it returns."""
         before = len(self.ann.lines)
-        rate = self.eve.send_steadily(texts, 1000, 5)
+        rate = self.eve.send_steadily(texts, per_second, 5)
         self.eve.send(play("keyPressed", keySequence="F12"))
         wait_for("the end of the flood", lambda: any(line.endswith(MARK) for _, line in self.ann.lines[before:]))
         rows = [int(line.rsplit("FPS:", 1)[1]) for _, line in self.ann.lines[before:] if "] FPS:" in line]
@@ -201,6 +201,21 @@ class HostileTest(Rows, unittest.TestCase):
 
     def test_a_thousand_chat_lines_a_second_leave_fifty_pictures_a_second(self):
         self.check_floods({"chat": [message("CHAT", subType="text", text=f"hello, {i} times") for i in range(100)]})
+
+    def test_long_lines_in_an_open_chat_leave_thirty_pictures_a_second(self):
+        self.ann.open_options()
+        self.ann.keys("Down", "Down", "Down", "Return")  # switch of sides, sound, chat panel
+        line = message("CHAT", subType="text", text="long " * (RELAY_BYTES // 6))
+        for number in range(200):
+            self.eve.send(line.replace("long", f"line {number}", 1))
+        self.eve.ask_for_life()
+        self.eve.send(play("start", orient="RIGHT", msTravel=10000))
+        for _ in range(ROUNDS):
+            _, pictures = self.frames_per_second([line], 4)
+            print(f"{pictures} pictures/s are drawn")
+            if pictures >= 30:
+                break
+        self.assertGreaterEqual(pictures, 30)
 
     def test_a_frame_of_bytes_is_passed_over(self):
         errors = len(self.ann.errors())

@@ -17,6 +17,7 @@
 #include "ze/tools/format.h"
 #include "ze/tools/os.h"
 
+#include "ChatLineDelegate.h"
 #include "DialogConnection.h"
 #include "PLAY_STATE.h"
 #include "PlayField.h"
@@ -153,6 +154,7 @@ void Window::setup_pan_control() {
     panChat->set_spacing(0);
     listChat = panChat->gen<ze::qt::GListView>(new QStandardItemModel(this));
     listChat->setMinimumHeight(CHAT_MIN_PIXELS);
+    listChat->setItemDelegate(new ChatLineDelegate(listChat));
 
     GPanel* const row = panChat->gen_pan_horz(0);
     row->gen_label(QStringLiteral("chat"), CHAT_LABEL_PIXELS);

@@ -15,6 +15,7 @@
 #include "ze/qt/components/GListView.h"
 #include "ze/qt/dialogs/GMessageBox.h"
 
+#include "ChatLineDelegate.h"
 #include "DialogConnection.h"
 #include "PLAY_STATE.h"
 #include "PlayField.h"
@@ -40,7 +41,7 @@ namespace {
 // As much as a line edit holds: no text that a player has typed is cut. Whoever sends more, or more
 // often, fills no memory with it.
 constexpr qsizetype CHAT_MAX_CHARACTERS = 32767;
-constexpr int CHAT_MAX_LINES = 500;
+constexpr qsizetype NAME_MAX_CHARACTERS = 300;  // twice what a relay takes
 
 }  // namespace
 
@@ -318,9 +319,10 @@ void Window::send_message(const QString& text) {
 
 void Window::show_chat_line(const QString& who, const QString& text) {
     QAbstractItemModel* const lines = listChat->model();
-    lines->removeRows(0, lines->rowCount() - CHAT_MAX_LINES + 1);
-    listChat->gen_item(who.left(CHAT_MAX_CHARACTERS) + QLatin1Char(':') +
-                       text.left(CHAT_MAX_CHARACTERS));
+    lines->removeRows(0, lines->rowCount() - ChatLineDelegate::MAX_LINES + 1);
+    const QString name =
+        who.size() <= NAME_MAX_CHARACTERS ? who : who.left(NAME_MAX_CHARACTERS) + QChar(0x2026);
+    listChat->gen_item(name + QLatin1Char(':') + text.left(CHAT_MAX_CHARACTERS));
     scroll_chat();
 }
 
