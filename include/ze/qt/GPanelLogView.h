@@ -14,6 +14,9 @@ class GPanelLogView : public GPanel, public log::LogAppender {
 public:
     /// Takes lines as soon as it is enabled; it starts with the defaults of LogConfig, disabled.
     GPanelLogView();
+    /// The same in the font of a configuration, which apply_config() brings once the panel has a
+    /// parent: no other font is loaded before.
+    explicit GPanelLogView(const log::LogConfig& stored);
     ~GPanelLogView() override;
     Q_DISABLE_COPY_MOVE(GPanelLogView)
 
@@ -44,6 +47,7 @@ public:
     [[nodiscard]] GLogView* get_view() const noexcept { return view; }
 
 private:
+    explicit GPanelLogView(const QFont& font);
     void append_pending();
 
     GLogView* view = nullptr;

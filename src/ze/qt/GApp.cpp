@@ -12,6 +12,7 @@
 #include "ze/tools/os.h"
 #include "ze/tools/version.h"
 
+#include <QTimer>
 #include <QWindow>
 
 #include <clocale>
@@ -31,6 +32,9 @@ bool GApp::flagLocaleC = true;
 namespace {
 
 constexpr const char* SOURCE = "src/ze/qt/GApp";
+
+constexpr int MS_CHECK_SVG =
+    1000;  // Qt looks through all its image plug-ins: not before the first paint
 
 bool flagShareContext = false;
 
@@ -53,8 +57,7 @@ GApp::GApp(int& argc, char** argValues, store::GArgv* args) : QApplication(argc,
     filter = new EventFilter(this);
     installEventFilter(filter);
     republish_touch();
-    QMetaObject::invokeMethod(
-        this, [] { check_svg_support(); }, Qt::QueuedConnection);
+    QTimer::singleShot(MS_CHECK_SVG, this, [] { check_svg_support(); });
 }
 
 GApp::~GApp() {

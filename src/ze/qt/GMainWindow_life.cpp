@@ -4,6 +4,8 @@
 #include "ze/qt/GMainWindow.h"
 #include "ze/qt/GPanelLogView.h"
 #include "ze/qt/guitools/GGui.h"
+#include "ze/qt/resources.h"
+#include "ze/qt/themes.h"
 #include "ze/tools/GSettings.h"
 #include "ze/tools/convert.h"
 #include "ze/tools/os.h"
@@ -43,6 +45,11 @@ void GMainWindow::setup() {
 }
 
 void GMainWindow::ini_standards() {
+    if (has_res_prefix()) {
+        // Qt forgets all fonts that it has loaded when one is added: before the first is used it
+        // forgets none.
+        (void)themes::get_mono_font();
+    }
     ini();
     restore_state();
     adapt_icons_to_theme();

@@ -54,10 +54,11 @@ GPanelLogView* GMainWindow::gen_log_panel(QWidget* parent) {
         ze::pp_error("GMainWindow::gen_log_panel, parent must be GPanel | GPanelLogView");
         return nullptr;
     }
-    panLog = generator->gen<GPanelLogView>();
     log::LogConfig defaults;
     defaults.ini();
-    panLog->apply_config(settingsNode.get_pod(KEY_LOG, defaults));
+    const auto stored = settingsNode.get_pod(KEY_LOG, defaults);
+    panLog = generator->gen<GPanelLogView>(stored);
+    panLog->apply_config(stored);
     panLog->setMinimumHeight(PANEL_MIN_HEIGHT);
     return panLog;
 }

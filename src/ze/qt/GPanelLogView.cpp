@@ -28,20 +28,34 @@ unsigned readable_font_size(const log::LogConfig& stored) {
     return readable ? stored.fontSize : log::LogConfig().fontSize;
 }
 
+/// A size below 1 gives the monospace font as it is.
+QFont mono_font(int pointSize) {
+    QFont font = themes::get_mono_font();
+    if (pointSize > 0) {
+        font.setPointSize(pointSize);
+    }
+    return font;
+}
+
 bool is_gui_thread() {
     return QThread::currentThread() == QCoreApplication::instance()->thread();
 }
 
 }  // namespace
 
-GPanelLogView::GPanelLogView() : GPanel(GLAYOUT::VERTICAL) {
+GPanelLogView::GPanelLogView() : GPanelLogView(themes::get_mono_font()) {}
+
+GPanelLogView::GPanelLogView(const log::LogConfig& stored)
+    : GPanelLogView(mono_font(static_cast<int>(readable_font_size(stored)))) {}
+
+GPanelLogView::GPanelLogView(const QFont& font) : GPanel(GLAYOUT::VERTICAL) {
     setObjectName(QStringLiteral("panLog"));
     set_growable(true);
     setMinimumHeight(MIN_HEIGHT);
     set_margins(0);
     view = gen<GLogView>();
     ze::qt::set_growable(view);
-    view->setFont(themes::get_mono_font());
+    view->setFont(font);
     view->setAccessibleName(QStringLiteral("Log"));
     log::add_log_appender(this);
 }
@@ -103,11 +117,7 @@ void GPanelLogView::apply_config(const log::LogConfig& stored) {
 
 void GPanelLogView::set_font_size(int size) {
     config.fontSize = static_cast<std::uint32_t>(size);
-    QFont font = themes::get_mono_font();
-    if (size > 0) {
-        font.setPointSize(size);
-    }
-    view->setFont(font);
+    view->setFont(mono_font(size));
 }
 
 int GPanelLogView::get_font_size() const noexcept {

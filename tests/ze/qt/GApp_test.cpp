@@ -381,7 +381,7 @@ TEST_F(WithApp, a_missing_svg_plug_in_leaves_one_line) {
         QCoreApplication::setLibraryPaths({});
         start();
         log.clear();
-        QCoreApplication::processEvents();
+        (void)QTest::qWaitFor([this] { return !log.lines().empty(); });
         const Lines expected = {
             "WRN check_svg_support, Qt's SVG plug-in is missing: icons stay blank"};
         std::exit(log.lines_with_level() == expected ? 0 : 1);

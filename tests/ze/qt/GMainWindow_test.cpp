@@ -11,6 +11,7 @@
 
 #include "support/LogCapture.h"
 
+#include <QFontDatabase>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QScreen>
@@ -274,6 +275,21 @@ TEST_F(MainWindow, a_stored_font_size_counts_from_6_to_28) {
         window.restore_state();
         EXPECT_EQ(window.font().pointSize(), taken ? size : before) << size;
     }
+}
+
+/// Tells whether the font of the log was there before the first widget.
+class FontWindow : public GMainWindow {
+public:
+    void ini() override {
+        found = QFontDatabase::families().contains(QStringLiteral("Source Code Pro"));
+    }
+    bool found = false;
+};
+
+TEST_F(MainWindow, the_font_of_the_log_is_added_before_any_widget_uses_another) {
+    FontWindow window;
+    window.setup();
+    EXPECT_TRUE(window.found);
 }
 
 TEST_F(MainWindow, a_stored_geometry_off_every_screen_is_moved_onto_one) {

@@ -40,6 +40,18 @@ protected:
     GPanelLogView panel;
 };
 
+TEST_F(LogPanel, it_can_start_in_the_font_of_a_configuration) {
+    LogConfig config;
+    config.logControl.set_bit(ze::log::ENABLED, true);
+    config.fontSize = 17;
+    const GPanelLogView fresh(config);
+    EXPECT_EQ(fresh.get_view()->font().pointSize(), 17);
+    EXPECT_EQ(fresh.get_view()->font().family(), themes::get_mono_font().family());
+    EXPECT_FALSE(fresh.is_enabled()) << "without a parent it would show as a window";
+    config.fontSize = 2000;
+    EXPECT_EQ(GPanelLogView(config).get_view()->font().pointSize(), 10);
+}
+
 TEST_F(LogPanel, it_starts_with_the_defaults_and_disabled) {
     const GPanelLogView fresh;
     EXPECT_EQ(fresh.config.to_string(), LogConfig().to_string());
