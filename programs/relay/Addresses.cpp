@@ -1,5 +1,7 @@
 #include "Addresses.h"
 
+#include "address_key.h"
+
 #include <algorithm>
 
 namespace relay {
@@ -18,66 +20,69 @@ void Addresses::connect(const std::string& address, TimePoint now) {
     if (entries_.size() >= sweepAt_) {
         sweep(now);
     }
-    Entry& entered = entry(address, now);
-    ++entered.connections;
-    ++entered.halfOpen;
-    static_cast<void>(entered.connects.take(1, now));
-}
-
-void Addresses::finish_handshake(const std::string& address) noexcept {
-    const auto found = entries_.find(address);
-    if (found != entries_.end()) {
-        found->second.halfOpen -= std::min<std::size_t>(found->second.halfOpen, 1);
-    }
-}
-
-void Addresses::disconnect(const std::string& address, TimePoint now) {
-    const auto found = entries_.find(address);
-    if (found == entries_.end()) {
-        return;
-    }
-    Entry& left = found->second;
-    left.connections -= std::min<std::size_t>(left.connections, 1);
-    if (left.is_idle(now)) {
-        entries_.erase(found);
-    }
-}
-
-bool Addresses::is_over_limit(const std::string& address) const noexcept {
-    const auto found = entries_.find(address);
-    return found != entries_.end() && found->second.connections > limits_.connectionsPerAddress;
-}
-
-bool Addresses::is_at_end(const std::string& address) const noexcept {
-    const auto found = entries_.find(address);
-    return found != entries_.end() &&
-           found->second.connections >= limits_.connectionsPerAddress + limits_.halfOpenPerAddress;
+    change_each(address, now,
+                [now](Entry& came) { static_cast<void>(came.connects.take(1, now)); });
 }
 
 bool Addresses::may_connect(const std::string& address, TimePoint now) const noexcept {
-    const auto found = entries_.find(address);
-    return found == entries_.end() || found->second.connects.has(1, now);
+    return !is_any(address, [now](const Entry& coming) { return !coming.connects.has(1, now); });
 }
 
-bool Addresses::may_begin_handshake(const std::string& address) const noexcept {
-    const auto found = entries_.find(address);
-    return found == entries_.end() || found->second.halfOpen < limits_.halfOpenPerAddress;
+void Addresses::enter(const std::string& address, TimePoint now) {
+    change_each(address, now, [](Entry& entered) { ++entered.connections; });
+}
+
+void Addresses::leave(const std::string& address, TimePoint now) {
+    change_each(address, now, [](Entry& left) {
+        left.connections -= std::min<std::size_t>(left.connections, 1);
+    });
+}
+
+bool Addresses::is_full(const std::string& address) const noexcept {
+    return is_any(address, [this](const Entry& held) {
+        return held.connections >= held.shares * limits_.connectionsPerAddress;
+    });
+}
+
+bool Addresses::is_at_end(const std::string& address) const noexcept {
+    return is_any(address, [this](const Entry& held) {
+        return held.connections >=
+               held.shares * (limits_.connectionsPerAddress + limits_.halfOpenPerAddress);
+    });
 }
 
 void Addresses::fail_login(const std::string& address, TimePoint now) {
-    static_cast<void>(entry(address, now).failures.take(1, now));
+    change_each(address, now,
+                [now](Entry& failed) { static_cast<void>(failed.failures.take(1, now)); });
 }
 
 bool Addresses::may_log_in(const std::string& address, TimePoint now) const noexcept {
-    const auto found = entries_.find(address);
-    return found == entries_.end() || found->second.failures.has(1, now);
+    return !is_any(address, [now](const Entry& asking) { return !asking.failures.has(1, now); });
 }
 
-Addresses::Entry& Addresses::entry(const std::string& address, TimePoint now) {
+Addresses::Entry& Addresses::entry(const std::string& key, std::size_t shares, TimePoint now) {
     return entries_
-        .try_emplace(address, Entry{0, 0, TokenBucket::per_minute(limits_.connectsPerMinute, now),
-                                    TokenBucket::per_minute(limits_.failedLogins, now)})
+        .try_emplace(
+            key, Entry{shares, 0, TokenBucket::per_minute(shares * limits_.connectsPerMinute, now),
+                       TokenBucket::per_minute(shares * limits_.failedLogins, now)})
         .first->second;
+}
+
+template <class Change>
+void Addresses::change_each(const std::string& address, TimePoint now, Change change) {
+    change(entry(address, 1, now));
+    if (const std::string network = network_key(address); network != address) {
+        change(entry(network, NETWORK_SHARES, now));
+    }
+}
+
+template <class Test>
+bool Addresses::is_any(const std::string& address, Test test) const noexcept {
+    const auto is_one = [this, &test](const std::string& key) {
+        const auto found = entries_.find(key);
+        return found != entries_.end() && test(found->second);
+    };
+    return is_one(address) || is_one(network_key(address));
 }
 
 void Addresses::sweep(TimePoint now) {

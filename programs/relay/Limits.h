@@ -12,11 +12,13 @@ using TimePoint = Clock::time_point;
 
 struct Limits {
     std::size_t connections = 10000;  ///< in all; the descriptors of the process bound it too
-    /// An IPv6 /64 network counts as one address; an ordinary line has many of these.
+    /// An IPv6 /64 network counts as one address, and a /56 network as four.
     std::size_t connectionsPerAddress = 64;
-    std::size_t halfOpen = 256;  ///< accepted, but not yet through TLS and upgrade
-    /// So that no address alone can take them all; four together still can.
-    std::size_t halfOpenPerAddress = 64;
+    /// Accepted, but not yet through TLS and upgrade. When they are as many, a newcomer takes the
+    /// place of an old one. Where no address holds more than another, each has the time that so
+    /// many take to come: half a second at 2,000 a second, about what one processor can answer.
+    std::size_t halfOpen = 1024;
+    std::size_t halfOpenPerAddress = 64;  ///< the same, of one address
     /// New ones from one address, all at once or evenly: each costs the handshake of TLS.
     std::size_t connectsPerMinute = 600;
     /// Per connection, control frames and the pieces of a message included; empty pieces, which the

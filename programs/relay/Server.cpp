@@ -47,7 +47,8 @@ Server::Server(const Options& options, const Log& log, const ServiceManager& man
       acceptor_(context_.get_executor()),
       signals_(context_, SIGTERM, SIGINT, SIGHUP),
       watchdog_(context_),
-      timer_(context_) {}
+      timer_(context_),
+      handshakes_(options.limits) {}
 
 std::string Server::start() {
     std::string fault = tls_.load(options_.certificate_files());
@@ -134,7 +135,8 @@ void Server::accept() {
 
 void Server::on_accept(error_code ec, TlsStream::Socket socket) {
     if (ec) {
-        if (ec != net::error::connection_aborted) {
+        const bool flagRoom = ec == net::error::no_descriptors && let_go(handshakes_.first_to_go());
+        if (!flagRoom && ec != net::error::connection_aborted) {
             pause_accepting(ec);
             return;
         }
@@ -164,44 +166,48 @@ void Server::admit(TlsStream::Socket socket, const Endpoint& from) {
         drop(*reason, address);
         return;
     }
+    let_go(handshakes_.in_the_way_of(address));
     tune(socket);
     const auto connection =
         std::make_shared<Connection>(std::move(socket), tls_.get(), shared_, address);
     connections_.emplace(connection.get(), connection);
     metrics_.connections = connections_.size();
     addresses_.connect(address, Clock::now());
-    ++halfOpen_;
-    if (const std::optional<Reason> reason = refusal(address)) {
-        connection->refuse_later(*reason);
-    } else {
-        ++staying_;
-    }
+    handshakes_.enter(connection.get(), address);
     connection->start();
+}
+
+/// False if there is none.
+bool Server::let_go(std::optional<Connection*> handshake) {
+    if (!handshake) {
+        return false;
+    }
+    drop(Reason::HALF_OPEN, (*handshake)->address());
+    (*handshake)->end();
+    return true;
 }
 
 // The hard ends: who is over a limit is told so, and may take two seconds over it; these bound how
 // many of those there are.
 std::optional<Reason> Server::drop_reason(const std::string& address) const noexcept {
     const Limits& limits = options_.limits;
-    if (halfOpen_ >= limits.halfOpen || !addresses_.may_begin_handshake(address)) {
-        return Reason::HALF_OPEN;
-    }
     if (addresses_.is_at_end(address) || !addresses_.may_connect(address, Clock::now())) {
         return Reason::CONNECTIONS_PER_ADDRESS;
     }
-    if (connections_.size() >= limits.connections + limits.halfOpen) {
+    if (connections_.size() - handshakes_.size() >= limits.connections + limits.halfOpen) {
         return Reason::CONNECTIONS;
     }
     return std::nullopt;
 }
 
-// Those that are leaving make the relay full for nobody.
+// Those that are leaving make the relay full for nobody, and neither do those that stand in their
+// handshake.
 std::optional<Reason> Server::refusal(const std::string& address) const noexcept {
     if (staying_ >= options_.limits.connections) {
         return Reason::CONNECTIONS;
     }
-    return addresses_.is_over_limit(address) ? std::optional(Reason::CONNECTIONS_PER_ADDRESS)
-                                             : std::nullopt;
+    return addresses_.is_full(address) ? std::optional(Reason::CONNECTIONS_PER_ADDRESS)
+                                       : std::nullopt;
 }
 
 // Before the end of the TLS handshake there are no words to tell it with. A flood of these leaves
@@ -214,19 +220,23 @@ void Server::drop(Reason reason, const std::string& address) {
     }
 }
 
-void Server::on_handshake_over(const Connection& connection) noexcept {
-    --halfOpen_;
-    addresses_.finish_handshake(connection.address());
+void Server::on_handshake_over(Connection& connection) {
+    handshakes_.leave(&connection);
+    if (const std::optional<Reason> reason = refusal(connection.address())) {
+        connection.refuse_later(*reason);
+    } else {
+        ++staying_;
+    }
+    addresses_.enter(connection.address(), Clock::now());
 }
 
 void Server::on_gone(Connection& connection) {
     if (connection.is_half_open()) {
-        on_handshake_over(connection);
+        handshakes_.leave(&connection);
+    } else {
+        staying_ -= connection.is_leaving() ? 0 : 1;
+        addresses_.leave(connection.address(), Clock::now());
     }
-    if (!connection.is_leaving()) {
-        --staying_;
-    }
-    addresses_.disconnect(connection.address(), Clock::now());
     connections_.erase(&connection);
     metrics_.connections = connections_.size();
     if (flagShuttingDown_ && connections_.empty()) {

@@ -5,6 +5,7 @@
 #include "Certificate.h"
 #include "Connection.h"
 #include "Deadlines.h"
+#include "Handshakes.h"
 #include "Hub.h"
 #include "Log.h"
 #include "Metrics.h"
@@ -49,9 +50,10 @@ private:
     void admit(TlsStream::Socket socket, const Endpoint& from);
     [[nodiscard]] std::optional<Reason> drop_reason(const std::string& address) const noexcept;
     [[nodiscard]] std::optional<Reason> refusal(const std::string& address) const noexcept;
+    bool let_go(std::optional<Connection*> handshake);
     void drop(Reason reason, const std::string& address);
     void pause_accepting(const error_code& ec);
-    void on_handshake_over(const Connection& connection) noexcept;
+    void on_handshake_over(Connection& connection);
     void on_gone(Connection& connection);
 
     void wait_for_signal();
@@ -73,11 +75,11 @@ private:
     Acceptor acceptor_;
     net::signal_set signals_;
     net::steady_timer watchdog_;  ///< until it is fed next
-    net::steady_timer timer_;  ///< a pause of accepting, later the end of the shutdown
+    net::steady_timer timer_;     ///< a pause of accepting, later the end of the shutdown
     std::unique_ptr<StatusServer> status_;
     std::unordered_map<Connection*, std::shared_ptr<Connection>> connections_;
-    std::size_t halfOpen_ = 0;
-    std::size_t staying_ = 0;  ///< of the connections, those that are not leaving
+    Handshakes<Connection*> handshakes_;  ///< of the connections
+    std::size_t staying_ = 0;  ///< of the connections, those that are neither there nor leaving
     std::map<Reason, Throttle> drops_;
     Throttle acceptFailures_;
     bool flagShuttingDown_ = false;

@@ -1,6 +1,5 @@
 #include "address.h"
 
-#include <algorithm>
 #include <charconv>
 
 #include <boost/asio/io_context.hpp>
@@ -10,8 +9,6 @@ namespace relay {
 namespace ip = boost::asio::ip;
 
 namespace {
-
-constexpr std::size_t NETWORK_BYTES = 8;
 
 bool is_port(std::string_view text) noexcept {
     unsigned port = 0;
@@ -36,19 +33,6 @@ std::optional<HostPort> split_host_port(std::string_view text) {
         return std::nullopt;
     }
     return HostPort{std::string(host), std::string(text.substr(colon + 1))};
-}
-
-std::string address_key(const ip::address& address) {
-    if (address.is_v4()) {
-        return address.to_string();
-    }
-    const ip::address_v6 v6 = address.to_v6();
-    if (v6.is_v4_mapped()) {
-        return ip::make_address_v4(ip::v4_mapped, v6).to_string();
-    }
-    auto bytes = v6.to_bytes();
-    std::fill(bytes.begin() + NETWORK_BYTES, bytes.end(), static_cast<unsigned char>(0));
-    return ip::address_v6(bytes).to_string() + "/64";
 }
 
 std::string url_host(const ip::address& address) {

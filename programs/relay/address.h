@@ -1,4 +1,4 @@
-// Addresses to listen on and to count by, and their texts.
+// Addresses to listen on, and their texts.
 #pragma once
 
 #include <optional>
@@ -18,9 +18,6 @@ struct HostPort {
 
 /// "HOST:PORT" or "[IPv6]:PORT", port 0 to 65535 in decimal.
 [[nodiscard]] std::optional<HostPort> split_host_port(std::string_view text);
-
-/// By what a client is counted: its IPv4 address, or its IPv6 /64 network.
-[[nodiscard]] std::string address_key(const boost::asio::ip::address& address);
 
 /// As it stands in a URL: an IPv6 address in brackets.
 [[nodiscard]] std::string url_host(const boost::asio::ip::address& address);

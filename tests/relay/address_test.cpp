@@ -4,25 +4,6 @@
 
 namespace {
 
-struct AddressRow {
-    const char* address;
-    const char* key;
-};
-
-TEST(Address, an_ipv6_network_counts_as_one) {
-    const AddressRow rows[] = {
-        {"192.0.2.1", "192.0.2.1"},
-        {"::ffff:192.0.2.1", "192.0.2.1"},
-        {"2001:db8:1:2:3:4:5:6", "2001:db8:1:2::/64"},
-        {"2001:db8:1:2::", "2001:db8:1:2::/64"},
-        {"2001:db8:1:3::6", "2001:db8:1:3::/64"},
-        {"::1", "::/64"},
-    };
-    for (const AddressRow& row : rows) {
-        EXPECT_EQ(relay::address_key(boost::asio::ip::make_address(row.address)), row.key);
-    }
-}
-
 struct HostPortRow {
     const char* text;
     const char* host;

@@ -183,9 +183,10 @@ class HalfOpen(RelayTest):
         idle = [socket.create_connection((self.relay.host, self.relay.port),
                                          source_address=(f"127.0.0.{number}", 0))
                 for number in range(1, 5)]
-        self.assertEqual(idle[3].recv(1), b"", "the fourth has no place")
-        self.relay.wait_for_line('dropped reason="half_open"')
-        for one in idle[:3]:
+        idle[0].settimeout(LIMIT)
+        self.assertEqual(idle[0].recv(1), b"", "the oldest gives its place to the fourth")
+        self.relay.wait_for_line('dropped reason="half_open" address="127.0.0.1"')
+        for one in idle[1:]:
             one.settimeout(LIMIT)
             self.assertEqual(one.recv(1), b"", "the others end in time")
         self.relay.wait_for_line('dropped reason="handshake_timeout"')
@@ -216,9 +217,28 @@ class HalfOpenPerAddress(RelayTest):
                 await client.send(login("g:a", "pw"))
                 self.assertEqual((await receive(client))["subType"], "welcome")
 
+    async def test_silent_lines_from_his_own_address_shut_nobody_out(self):
+        with contextlib.ExitStack() as idle:
+            for _ in range(20):
+                idle.enter_context(socket.create_connection((self.relay.host, self.relay.port)))
+            await (await self.relay.member("g:a")).close()
+
     async def test_handshakes_that_are_over_count_no_more(self):
         clients = [await self.relay.member(f"g{number}:a") for number in range(10)]
         await asyncio.gather(*(client.close() for client in clients))
+
+
+class HalfOpenAndFull(RelayTest):
+    options = ("--max-connections", "2", "--max-connections-per-address", "2",
+               "--max-half-open", "8")
+
+    async def test_silent_lines_make_the_relay_full_for_nobody(self):
+        with contextlib.ExitStack() as idle:
+            for _ in range(8):
+                idle.enter_context(socket.create_connection((self.relay.host, self.relay.port)))
+            first, second = await self.relay.pair("g")
+            await first.close()
+            await second.close()
 
 
 class ConnectsPerMinute(RelayTest):

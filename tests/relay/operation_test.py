@@ -227,6 +227,16 @@ class Descriptors(unittest.IsolatedAsyncioTestCase):
         enough.stop()
         self.assertNotIn("few_descriptors", "\n".join(enough.lines))
 
+    async def test_a_silent_line_gives_its_descriptor_to_who_comes(self):
+        relay = self.start()
+        open_now = len(os.listdir(f"/proc/{relay.process.pid}/fd"))
+        resource.prlimit(relay.process.pid, resource.RLIMIT_NOFILE, (open_now + 3,) * 2)
+        with contextlib.ExitStack() as idle:
+            for _ in range(8):
+                idle.enter_context(socket.create_connection((relay.host, relay.port)))
+            await (await relay.member("g:a")).close()
+        self.assertNotIn("accept_failed", "\n".join(relay.lines))
+
     async def test_no_descriptor_left_is_one_line_a_second_with_its_count(self):
         relay = self.start()
         members = [await relay.member(f"g{number}:a") for number in range(3)]
