@@ -15,10 +15,10 @@ constexpr std::size_t MAX_FAILED = 128;
 constexpr std::size_t MAX_KNOWN = 4;
 constexpr std::size_t MAX_LINE = 128;
 
-void remember(std::vector<std::string>& addresses, const std::string& address, std::size_t most) {
-    addresses.push_back(address);
-    if (addresses.size() > most) {
-        addresses.erase(addresses.begin());
+void remember(std::vector<std::string>& keys, const std::string& key, std::size_t most) {
+    keys.push_back(key);
+    if (keys.size() > most) {
+        keys.erase(keys.begin());
     }
 }
 
@@ -82,17 +82,13 @@ std::optional<Attempt> Attempts::take(TimePoint now) {
     return attempt;
 }
 
-// A member's neighbour does not use up what is left for strangers.
-void Attempts::fail(const std::string& address, TimePoint now) {
-    if (!knows(address)) {
-        static_cast<void>(failures_.take(1, now));
-        remember(failed_, address, MAX_FAILED);
-    }
+void Attempts::fail(const std::string& network, TimePoint now) {
+    static_cast<void>(failures_.take(1, now));
+    remember(failed_, network, MAX_FAILED);
 }
 
 std::size_t Attempts::count_failures(const Attempt& attempt) const noexcept {
-    return static_cast<std::size_t>(
-        std::count(failed_.begin(), failed_.end(), attempt.session->address));
+    return static_cast<std::size_t>(std::count(failed_.begin(), failed_.end(), attempt.network));
 }
 
 }  // namespace relay

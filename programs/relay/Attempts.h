@@ -18,6 +18,7 @@ struct Session;
 /// A login that was compared with the group's password and is answered at its turn.
 struct Attempt {
     Session* session;
+    std::string network;  ///< network_key() of its address: by this its failures count
     std::string name;
     bool flagRight;
 };
@@ -35,7 +36,7 @@ public:
     /// login from the same address, or the least hopeful one of a line that is full. Null if none.
     [[nodiscard]] Session* add(Attempt attempt);
     void remove(const Session& session) noexcept;
-    /// The next in line, if a password may be looked at now: one whose address has failed least
+    /// The next in line, if a password may be looked at now: one whose network has failed least
     /// here, and among those the oldest and the newest by turns. To be the oldest takes patience
     /// and to be the newest takes a new connection: who has many addresses needs both, and still
     /// uses one up with each wrong password.
@@ -45,13 +46,14 @@ public:
     /// The whole line, which is empty then.
     [[nodiscard]] std::vector<Attempt> take_all() noexcept { return std::exchange(line_, {}); }
 
-    void fail(const std::string& address, TimePoint now);
+    /// A wrong password of a stranger from this network.
+    void fail(const std::string& network, TimePoint now);
 
 private:
     [[nodiscard]] std::size_t count_failures(const Attempt& attempt) const noexcept;
 
     TokenBucket failures_;
-    std::vector<std::string> failed_;  ///< addresses, the latest last
+    std::vector<std::string> failed_;  ///< networks, the latest last
     std::vector<std::string> known_;   ///< addresses, the latest last
     std::vector<Attempt> line_;        ///< in the order of arrival
     bool flagNewest_ = false;          ///< whose turn is next among equals

@@ -5,6 +5,7 @@
 #include "Log.h"
 #include "Metrics.h"
 #include "Name.h"
+#include "address_key.h"
 #include "messages.h"
 
 #include <optional>
@@ -44,7 +45,8 @@ std::optional<Reason> Hub::login_fault(const Session& session, const Envelope* l
 void Hub::try_password(Session& session, const Envelope& login, TimePoint now) {
     Group& group = group_for(login, now);
     group.flagHeld = true;
-    Attempt attempt{&session, login.from, group.password.matches(login.pw)};
+    Attempt attempt{&session, network_key(session.address), login.from,
+                    group.password.matches(login.pw)};
     if (group.attempts.knows(session.address)) {
         answer(group, attempt, now);
     } else {
@@ -97,7 +99,10 @@ void Hub::answer(Group& group, const Attempt& attempt, TimePoint now) {
     Session* const namesake = group.find(attempt.name);
     if (!attempt.flagRight) {
         addresses_.fail_login(session.address, now);
-        group.attempts.fail(session.address, now);
+        // A member's neighbour does not use up what is left for strangers.
+        if (!group.attempts.knows(session.address)) {
+            group.attempts.fail(attempt.network, now);
+        }
         refuse(session, namesake ? Reason::NAME_TAKEN : Reason::WRONG_PASSWORD);
     } else if (group.is_full() && !namesake) {
         refuse(session, Reason::GROUP_FULL);

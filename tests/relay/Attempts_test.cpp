@@ -1,6 +1,7 @@
 #include "Attempts.h"
 
 #include "Session.h"
+#include "address_key.h"
 
 #include <memory>
 #include <string>
@@ -25,11 +26,11 @@ struct Attempts : ::testing::Test {
     /// A login from the address; its name tells them apart.
     relay::Session* add(const std::string& address, const std::string& name) {
         sessions.push_back(std::make_unique<relay::Session>(mute, address, limits, now));
-        return attempts.add({sessions.back().get(), name, false});
+        return attempts.add({sessions.back().get(), relay::network_key(address), name, false});
     }
-    void fail(const std::string& address, int times = 1) {
+    void fail(const std::string& network, int times = 1) {
         for (int i = 0; i < times; ++i) {
-            attempts.fail(address, now);
+            attempts.fail(network, now);
         }
     }
     /// The names that are taken in turn, each of which fails.
@@ -37,7 +38,7 @@ struct Attempts : ::testing::Test {
         Names names;
         while (const auto attempt = attempts.take(now)) {
             names.push_back(attempt->name);
-            fail(attempt->session->address);
+            fail(attempt->network);
         }
         return names;
     }
@@ -146,11 +147,14 @@ TEST_F(Attempts, the_last_four_addresses_that_members_came_from_are_known) {
     }
 }
 
-TEST_F(Attempts, failures_from_a_known_address_take_no_turn_of_a_stranger) {
-    attempts.know("home");
-    fail("home", 50);
-    add("friend", "friend");
-    EXPECT_EQ(take_all_due(), Names{"friend"});
+TEST_F(Attempts, an_ipv6_line_of_many_addresses_counts_its_failures_as_one) {
+    fail("2001:db8::/56", 2);
+    fail("192.0.2.9");
+    add("2001:db8:0:7::/64", "same line");
+    add("192.0.2.9", "once");
+    add("2001:db8:0:100::/64", "next line");
+    now += std::chrono::minutes(1);
+    EXPECT_EQ(take_all_due(), (Names{"next line", "once", "same line"}));
 }
 
 TEST_F(Attempts, failures_are_forgotten_after_128_others) {

@@ -188,6 +188,16 @@ TEST_F(HubGuess, who_comes_from_where_a_member_came_from_does_not_wait) {
     EXPECT_TRUE(back->session.is_member());
 }
 
+TEST_F(HubGuess, guesses_from_where_a_member_came_from_take_no_turn_of_a_stranger) {
+    limits.failedLogins = 50;
+    for (std::size_t i = 0; i < limits.failedLogins; ++i) {
+        guess(member_->session.address);
+    }
+    auto stranger = connect("192.0.2.77");
+    send(*stranger, login("g:b", "right"));
+    EXPECT_TRUE(stranger->session.is_member());
+}
+
 TEST_F(HubGuess, another_group_is_not_slowed_down) {
     use_up_guesses();
     auto other = connect("192.0.2.77");
