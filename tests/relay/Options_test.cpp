@@ -214,7 +214,7 @@ TEST(Options, the_defaults_are_these) {
               "state-dir = \n"
               "max-connections = 10000\n"
               "max-connections-per-address = 64\n"
-              "max-half-open = 256\n"
+              "max-half-open = 1024\n"
               "max-half-open-per-address = 64\n"
               "connects-per-minute = 600\n"
               "frames-per-second = 2500\n"
