@@ -7,7 +7,7 @@ from raw_relay import PING, TEXT, Pour, RawRelayStage, frame
 from stage import LIMIT, wait_for
 
 MEGABYTE = 2 ** 20
-LEFT = "GWebSocket, more than 4 MiB unsent, the other end does not read, connection closed"
+CLOSED = "GWebSocket, more than 4 MiB unsent, the other end does not read, connection closed"
 
 
 class DeafRelayTest(unittest.TestCase):
@@ -37,7 +37,7 @@ class DeafRelayTest(unittest.TestCase):
               f"sent MB: {pour.sent // MEGABYTE}")
         pour.join(LIMIT)
         self.assertFalse(pour.is_alive())
-        self.assertEqual(self.ann.errors(), [LEFT])
+        self.assertEqual(self.ann.errors(), [CLOSED])
         self.assertLess(most - before, 96 * MEGABYTE)
         self.ann.press("ctrl+1")
         self.ann.wait_line("tmTravel, ms:10000")

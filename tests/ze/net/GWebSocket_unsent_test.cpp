@@ -94,8 +94,10 @@ TEST_P(GWebSocket_unsent, answers_to_empty_pings_close_the_connection) {
 TEST_P(GWebSocket_unsent, answers_to_messages_close_the_connection) {
     log.expect_error(CLOSED);
     connect_and_go_deaf();
-    socket.listenerObject = [this](const QJsonObject& object) {
-        socket.send_object(object);
+    socket.listenerObject = [this](const QJsonObject&) {
+        socket.send_object({{QStringLiteral("type"), QStringLiteral("PONG")},
+                            {QStringLiteral("from"), QStringLiteral("group1:Nilo")},
+                            {QStringLiteral("to"), QStringLiteral("+")}});
     };
     server.pour(RawServer::frame(TEXT, R"({"type":"PING"})").repeated(1000));
     ASSERT_TRUE(wait_for_the_end());
