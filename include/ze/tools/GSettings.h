@@ -5,9 +5,10 @@
 // A setting may be a password. On a platform with file permissions the file is readable by its
 // owner only, from before the first byte is written. A file that is damaged, in a line or in a
 // node, is copied before it is written over, once in a run; the copy has ".unreadable" behind its
-// name. A file with a value that could harm the program when read is moved there, and the store
-// starts empty: of what QSettings keeps as a stream only colours, floats and the types from QDate
-// to QPointF are read back.
+// name. A value that could harm the program when read is dropped from the file before, and kept in
+// that copy: of what QSettings keeps as a stream only the types are read back that
+// store::read_value knows. The store is this one file: those that QSettings could fall back on are
+// not looked at.
 #pragma once
 
 #include <QColor>
@@ -104,6 +105,15 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    /// The file as it is before QSettings reads it.
+    struct Place {
+        QString name;
+        bool isKept = false;  ///< a copy was made of what stood there
+    };
+
+    explicit GSettings(const Place& place);
+    [[nodiscard]] static Place find_place();
+
     void make_file_private();
     bool prepare_write();
     [[nodiscard]] bool has_config_version() const;
@@ -112,7 +122,7 @@ private:
 
     unsigned versionCurrent = 0;
     unsigned versionMinimum = 0;
-    mutable bool isKept = false;
+    mutable bool isKept;
 };
 
 }  // namespace ze::qt

@@ -1,8 +1,7 @@
 #include "ze/store/GAttributes.h"
 
 #include "ze/log/log.h"
-
-#include "read_value.h"
+#include "ze/store/read_value.h"
 
 #include <QDataStream>
 

@@ -2,10 +2,9 @@
 
 #include "ze/log/log.h"
 #include "ze/log/pp.h"
+#include "ze/store/read_value.h"
 #include "ze/tools/GMD5.h"
 #include "ze/tools/convert.h"
-
-#include "read_value.h"
 
 #include <QDataStream>
 #include <QIODevice>

@@ -1,4 +1,4 @@
-#include "read_value.h"
+#include "ze/store/read_value.h"
 
 #include "ze/store/GType.h"
 
@@ -6,12 +6,15 @@
 #include <QMetaType>
 #include <QRect>
 #include <QStringList>
+#include <QUuid>
 
 #include <limits>
 
 namespace ze::store {
 
 namespace {
+
+constexpr quint32 NO_TYPE = std::numeric_limits<quint32>::max();
 
 QVariant read_value_at(QDataStream& stream, int depth);
 
@@ -20,11 +23,38 @@ QVariant corrupt(QDataStream& stream) {
     return {};
 }
 
+// In the form of Qt 4.0 the types up to QLineF have the numbers of today.
+quint32 type_of_qt_4(quint32 typeId) {
+    constexpr quint32 FONT = 64;
+    constexpr quint32 COLOR = 67;
+    constexpr quint32 USER = 127;
+    constexpr quint32 FIRST_NUMBER = 128;  // void*, and behind it the plain numbers from long on
+    constexpr quint32 LAST_NUMBER = FIRST_NUMBER + QMetaType::Float - QMetaType::VoidStar;
+    switch (typeId) {
+        case FONT:
+            return QMetaType::QFont;
+        case COLOR:
+            return QMetaType::QColor;
+        case USER:
+            return QMetaType::User;
+        default:
+            break;
+    }
+    if (typeId > FIRST_NUMBER && typeId <= LAST_NUMBER) {
+        return typeId - FIRST_NUMBER + QMetaType::VoidStar;
+    }
+    return typeId <= QMetaType::QVariantHash ? typeId : NO_TYPE;
+}
+
+bool is_qt_4(const QDataStream& stream) {
+    return stream.version() == QDataStream::Qt_4_0;
+}
+
 // Types whose reader takes a fixed number of bytes, or one text or byte array. Qt reads those piece
 // by piece, so that a length of 4 GB in a short stream costs one piece and ends as a read error.
 // A program without Qt Gui knows no colour, and Qt prints a warning of its own about a type it does
 // not know.
-bool is_plain(quint32 typeId) {
+bool is_plain(quint32 typeId, bool isQt4) {
     switch (typeId) {
         case QMetaType::Bool:
         case QMetaType::Int:
@@ -59,6 +89,8 @@ bool is_plain(quint32 typeId) {
             return true;
         case QMetaType::QColor:
             return QMetaType::isRegistered(QMetaType::QColor);
+        case QMetaType::QFont:  // later it holds a list of families
+            return isQt4 && QMetaType::isRegistered(QMetaType::QFont);
         default:
             return false;
     }
@@ -130,17 +162,29 @@ bool is_gtype_name(const QByteArray& name) {
            qstrcmp(name.constData(), "zek::store::GType") == 0;
 }
 
-// Types that are not Qt's own are stored by name, with its closing zero byte.
+// Types that are not Qt's own, or were not in Qt 4.0, are stored by name, with its closing zero
+// byte.
 QVariant read_user_value(QDataStream& stream) {
     QByteArray name;
     stream >> name;
+    if (is_qt_4(stream) && qstrcmp(name.constData(), "QUuid") == 0) {
+        return read_plain(stream, QMetaType::fromType<QUuid>());
+    }
     return is_gtype_name(name) ? read_plain(stream, QMetaType::fromType<GType>()) : corrupt(stream);
+}
+
+QVariant read_nothing(QDataStream& stream) {
+    QString unused;
+    if (is_qt_4(stream)) {
+        stream >> unused;
+    }
+    return {};
 }
 
 QVariant read_content(QDataStream& stream, quint32 typeId, int depth) {
     switch (typeId) {
         case QMetaType::UnknownType:
-            return {};
+            return read_nothing(stream);
         case QMetaType::QRect:
             return read_rect(stream);
         case QMetaType::QStringList:
@@ -156,14 +200,20 @@ QVariant read_content(QDataStream& stream, quint32 typeId, int depth) {
         default:
             break;
     }
-    return is_plain(typeId) ? read_plain(stream, QMetaType(static_cast<int>(typeId)))
-                            : corrupt(stream);
+    return is_plain(typeId, is_qt_4(stream))
+               ? read_plain(stream, QMetaType(static_cast<int>(typeId)))
+               : corrupt(stream);
 }
 
 QVariant read_value_at(QDataStream& stream, int depth) {
     quint32 typeId = QMetaType::UnknownType;
     bool isNull = false;
-    stream >> typeId >> isNull;
+    stream >> typeId;
+    if (is_qt_4(stream)) {
+        typeId = type_of_qt_4(typeId);
+    } else {
+        stream >> isNull;
+    }
     if (stream.status() != QDataStream::Ok) {
         return {};
     }

@@ -11,6 +11,7 @@
 #include <QEvent>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <QTemporaryFile>
 #include <QTimer>
 
@@ -64,6 +65,16 @@ QString free_place_of_unreadable(const QString& name) {
     return place;
 }
 
+/// Puts the content in the place of the file and leaves a copy of it as it was. Where there is no
+/// room for both, the file itself becomes the copy.
+bool keep_and_replace(const QString& name, const QByteArray& content) {
+    QSaveFile file(name);
+    const bool isReplaced = file.open(QIODevice::WriteOnly) && file.write(content) >= 0 &&
+                            file.flush() && QFile::copy(name, free_place_of_unreadable(name)) &&
+                            file.commit();
+    return isReplaced || QFile::rename(name, free_place_of_unreadable(name));
+}
+
 }  // namespace
 
 bool GSettings::flagDebug = false;
@@ -77,9 +88,34 @@ GSettings& GSettings::instance() {
     return *settings;
 }
 
-GSettings::GSettings() {
+GSettings::GSettings() : GSettings(find_place()) {}
+
+GSettings::GSettings(const Place& place)
+    : QSettings(place.name, QSettings::NativeFormat), isKept(place.isKept) {
     make_file_private();
     look_for_damage();
+}
+
+// QSettings reads a value when its section is first asked for, so that it is too late to look for
+// harm once it has the file.
+GSettings::Place GSettings::find_place() {
+    const QString name = QSettings().fileName();
+    QFile file(name);
+    if (!IS_PLAIN_FILE || !file.open(QIODevice::ReadOnly)) {
+        return {name};
+    }
+    const QByteArray content = file.readAll();
+    const QByteArray harmless = without_unsafe_variants(content);
+    if (harmless.size() == content.size()) {
+        return {name};
+    }
+    restrict_to_owner(file);
+    if (keep_and_replace(name, harmless)) {
+        return {name, true};
+    }
+    // Nothing can be written here. There is no file below a file: such a name starts an empty
+    // store.
+    return {name + QStringLiteral("/none"), true};
 }
 
 GSettings::~GSettings() {
@@ -131,20 +167,12 @@ void GSettings::clear_config() {
     pp("GSettings::~clear_config");
 }
 
-// So far QSettings has only split the file into lines; it reads a value when its section is first
-// asked for.
 void GSettings::look_for_damage() {
     QFile file(fileName());
     if (!IS_PLAIN_FILE || !file.open(QIODevice::ReadOnly)) {
         return;
     }
-    const QByteArray content = file.readAll();
-    if (has_unsafe_variant(content)) {
-        isKept = file.rename(free_place_of_unreadable(fileName()));
-        QSettings::sync();  // forgets the lines
-        return;
-    }
-    const bool isCut = !content.isEmpty() && !content.endsWith('\n');
+    const bool isCut = file.size() > 0 && file.seek(file.size() - 1) && file.read(1) != "\n";
     (void)allKeys();  // reads all sections, and tells in the status what it could not read
     if (isCut || status() != NoError) {
         keep_unreadable_file();

@@ -7,8 +7,9 @@
 
 namespace ze::qt {
 
-/// True if the text of a settings file holds a stream of a type that is not known to be harmless,
-/// or hides one behind escapes. A plain text that reads like the beginning of one counts, too.
-[[nodiscard]] bool has_unsafe_variant(const QByteArray& file);
+/// The text of a settings file without the lines that hold a stream which cannot be read back
+/// safely: one that is broken or of a type that is not known to be harmless. Of a file in which a
+/// value may reach over its line, nothing is left when it could hold a stream at all.
+[[nodiscard]] QByteArray without_unsafe_variants(const QByteArray& file);
 
 }  // namespace ze::qt

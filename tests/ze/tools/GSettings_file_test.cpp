@@ -10,9 +10,14 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDeadlineTimer>
+#include <QFont>
+#include <QImage>
 #include <QLineF>
+#include <QLocale>
 #include <QStringList>
 #include <QThread>
+#include <QUrl>
+#include <QUuid>
 
 #include <array>
 #include <csignal>
@@ -27,6 +32,7 @@ namespace {
 
 using test::SettingsStore;
 using ze::store::GNode;
+using ze::store::GType;
 
 const QString KEY = QStringLiteral("key");
 const QByteArray WITH_KEY = "[General]\nkey=1\n";
@@ -320,27 +326,55 @@ TEST_F(GSettingsFileTest, is_copied_as_it_was_before_the_first_write) {
     EXPECT_EQ(read_file(kept_path()), content);
 }
 
-TEST_F(GSettingsFileTest, with_a_value_that_could_harm_is_moved_aside_unread) {
-    const QByteArray strings = R"(Variant(\0\0\0\v\xff\xff\xff\xff))";
+const QByteArray STRINGS = R"(Variant(\0\0\0\v\xff\xff\xff\xff))";
+
+TEST_F(GSettingsFileTest, with_a_value_that_could_harm_loses_only_that_and_is_copied) {
     const std::vector<Broken> rows = {
-        {"four billion strings", "theme=@" + strings},
-        {"four billion strings of a moment", R"(theme=@DateTime(\0\0\0\v\0\xff\xff\xff\xff))"},
+        {"four billion strings", "@" + STRINGS},
+        {"four billion strings of a moment", R"(@DateTime(\0\0\0\v\0\xff\xff\xff\xff))"},
         {"lists without end",
-         "theme=@Variant(" + QByteArray(R"(\0\0\0\t\0\0\0\x1)").repeated(200000) + ")"},
-        {"a picture", R"(theme=@Variant(\0\0\0\x41\0\0\0\x1))"},
-        {"a number that begins like that of a colour", R"(theme=@Variant(\0\0\0\x43f\0\0\0\x1))"},
-        {"too short for a number", R"(theme=@Variant(\0\0\0))"},
-        {"behind another value", "theme=1, @" + strings},
-        {"in quotes", "theme=\"@" + strings + '"'},
-        {"parted by quotes", "theme=\"@Vari\" ant" + strings.mid(7)},
-        {"a hexadecimal letter", R"(theme=@Va\x72)" + strings.mid(3)},
-        {"a hexadecimal letter of many digits", R"(theme=@Va\x7000000000072)" + strings.mid(3)},
-        {"an octal letter", R"(theme=\100)" + strings},
-        {"a letter that is skipped", R"(theme=@V\qariant)" + strings.mid(7)},
-        {"a mark that the decoder drops", QByteArray("theme=\\x40\xEF\xBB\xBF") + strings},
-        {"half a letter that the decoder drops",
-         QByteArray("theme=@Variant\xEF\\x28") + strings.mid(8)},
-        {"a line that goes on", "theme=@Vari\\\r\nant" + strings.mid(7)},
+         "@Variant(" + QByteArray(R"(\0\0\0\t\0\0\0\x1)").repeated(200000) + ")"},
+        {"four billion strings in a map",
+         R"(@Variant(\0\0\0\b\0\0\0\x1\0\0\0\x2\0\x61\0\0\0\v\xff\xff\xff\xff))"},
+        {"a picture", R"(@Variant(\0\0\0\x41\0\0\0\x1))"},
+        {"a number that begins like that of a colour", R"(@Variant(\0\0\0\x43f\0\0\0\x1))"},
+        {"a type of a plugin", R"(@Variant(\0\0\0\x7f\0\0\0\x6QPolygonF\0))"},
+        {"too short for a number", R"(@Variant(\0\0\0))"},
+        {"behind another value", "1, @" + STRINGS},
+        {"behind a text with a comma", "\"a, b\", @" + STRINGS},
+        {"behind a blank that is skipped", "1,\t@" + STRINGS},
+        {"in quotes", "\"@" + STRINGS + '"'},
+        {"before a blank that is cut off", "@" + STRINGS + "  "},
+        {"parted by quotes", "\"@Vari\" ant" + STRINGS.mid(7)},
+        {"a hexadecimal letter", R"(@Va\x72)" + STRINGS.mid(3)},
+        {"a hexadecimal letter of many digits", R"(@Va\x7000000000072)" + STRINGS.mid(3)},
+        {"an octal letter", R"(\100)" + STRINGS},
+        {"a letter that is skipped", R"(@V\qariant)" + STRINGS.mid(7)},
+        {"a mark that the decoder drops", QByteArray("\\x40\xEF\xBB\xBF") + STRINGS},
+        {"half a letter that the decoder drops", QByteArray("@Variant\xEF\\x28") + STRINGS.mid(8)},
+        {"behind a key with an escaped sign", "\\=x=@" + STRINGS},
+        {"behind a comment", "1;\nx=@" + STRINGS},
+    };
+    for (const Broken& row : rows) {
+        const QByteArray content = VERSION + "[ui]\ntheme=" + row.content + "\nlast=7\n";
+        QFile::remove(kept_path());
+        write_file(content, EVERYBODY);
+        const SettingsStore store;
+        EXPECT_FALSE(store.value(QStringLiteral("ui/x")).isValid()) << row.name;
+        EXPECT_EQ(store.get_theme(), 1u) << row.name;
+        EXPECT_EQ(store.get_config_version(), 110u) << row.name;
+        EXPECT_EQ(store.value(QStringLiteral("ui/last")).toInt(), 7) << row.name;
+        EXPECT_EQ(mode(), 0600u) << row.name;
+        EXPECT_EQ(read_file(kept_path()), content) << row.name;
+        EXPECT_EQ(mode(kept_path()), 0600u) << row.name;
+    }
+}
+
+TEST_F(GSettingsFileTest, in_which_a_value_that_could_harm_may_span_lines_is_kept_aside_whole) {
+    const std::vector<Broken> rows = {
+        {"a line that goes on", "theme=@Vari\\\r\nant" + STRINGS.mid(7)},
+        {"an open quotation", "x=\"\ny=\"a, @" + STRINGS + ", \"\nz=\""},
+        {"a line end of old", "x=\"a\ry=b, @" + STRINGS + "\""},
     };
     for (const Broken& row : rows) {
         const QByteArray content = VERSION + "[ui]\n" + row.content + "\n";
@@ -348,38 +382,109 @@ TEST_F(GSettingsFileTest, with_a_value_that_could_harm_is_moved_aside_unread) {
         write_file(content, EVERYBODY);
         const SettingsStore store;
         EXPECT_EQ(store.allKeys(), QStringList()) << row.name;
-        EXPECT_EQ(store.get_theme(), 1u) << row.name;
-        EXPECT_FALSE(QFile::exists(path())) << row.name;
         EXPECT_EQ(read_file(kept_path()), content) << row.name;
         EXPECT_EQ(mode(kept_path()), 0600u) << row.name;
     }
 }
 
-TEST_F(GSettingsFileTest, gives_back_what_has_a_fixed_size) {
+TEST_F(GSettingsFileTest, with_harm_that_cannot_be_replaced_for_want_of_room_is_kept_aside_whole) {
+    const QByteArray content = "[ui]\ntheme=@" + STRINGS + "\n" + QByteArray(200, ';') + "\n";
+    write_file(content, EVERYBODY);
+    const FullDisk disk(100);
+    const SettingsStore store;
+    EXPECT_EQ(store.allKeys(), QStringList());
+    EXPECT_EQ(read_file(kept_path()), content);
+}
+
+struct Value {
+    const char* name;
+    QVariant value;
+};
+
+std::vector<Value> values_of_every_kind() {
     const QDate date(2024, 2, 29);
-    const std::vector<QVariant> values = {
-        QColor(1, 2, 3),
-        QColor(255, 255, 255),
-        0.1f,
-        date,
-        QTime(1, 2, 3),
-        QDateTime(date, QTime(1, 2, 3)),
-        QPointF(1, 2),
-        QSizeF(1, 2),
-        QRectF(1, 2, 3, 4),
-        QLineF(1, 2, 3, 4),
+    const GType pod{99, QByteArray("\0\"\\;,)\xff", 7)};
+    const QVariantMap map{{QStringLiteral("pod"), QVariant::fromValue(pod)},
+                          {QStringLiteral("font"), QFont(QStringLiteral("Sans"), 12)},
+                          {QStringLiteral("list"), QVariantList{1, QStringLiteral("a, b")}},
+                          {QStringLiteral("ünd"), QVariant()}};
+    return {
+        {"colour", QColor(1, 2, 3)},
+        {"white", QColor(255, 255, 255)},
+        {"float", 0.1f},
+        {"long", QVariant::fromValue(-7L)},
+        {"short", QVariant::fromValue(static_cast<unsigned short>(65535))},
+        {"date", date},
+        {"time", QTime(1, 2, 3)},
+        {"moment", QDateTime(date, QTime(1, 2, 3), Qt::UTC)},
+        {"point", QPointF(1, 2)},
+        {"size", QSizeF(1, 2)},
+        {"rectangle", QRectF(1, 2, 3, 4)},
+        {"line", QLineF(1, 2, 3, 4)},
+        {"structure", QVariant::fromValue(pod)},
+        {"font", QFont(QStringLiteral("Sans"), 12)},
+        {"map", map},
+        {"hash", QVariantHash{{QStringLiteral("a"), QStringLiteral("\"1\";\n")}}},
+        {"list of one", QVariantList{map}},
+        {"list", QVariantList{map, QStringLiteral("@x"), 1, QVariant::fromValue(pod)}},
+        {"strings in a map",
+         QVariantMap{{QStringLiteral("a"), QStringList{QStringLiteral("b"), QString()}}}},
+        {"identity", QUuid(QStringLiteral("{67c8770b-44f1-410a-ab9a-f9b5446f13ee}"))},
+        {"character", QChar(u'\u2126')},
+        {"address", QUrl(QStringLiteral("wss://localhost:8888/ws"))},
+        {"language", QLocale(QLocale::German, QLocale::Austria)},
+        {"text with the word", QStringLiteral("x@Variant(y")},
+        {"text with the word and an end", QStringLiteral("x@Variant(y)")},
+        {"text that is the word", QStringLiteral("@DateTime(")},
+        {"text that reads like a value", QStringLiteral("@Variant(abcdefgh)")},
+        {"text that reads like a bad value", QString::fromLatin1("@Variant(\0\0\0\v\xff)", 14)},
+        {"text behind a foreign letter", QStringLiteral("ö@Variant(y)")},
+        {"text behind a blank", QStringLiteral(" @Variant(y)")},
+        {"text behind a mark", QStringLiteral("\"; @Variant(y)")},
+        {"texts", QStringList{QStringLiteral("a"), QStringLiteral("@Variant(y)")}},
+        {"bytes", QByteArray("@Variant(\0\0\0\v\xff\n)", 15)},
     };
+}
+
+TEST_F(GSettingsFileTest, gives_back_every_value_and_stays_as_it_is) {
+    const std::vector<Value> values = values_of_every_kind();
     {
         SettingsStore store;
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            store.set(QString::number(i), values[i], nullptr);
+        for (const auto& [name, value] : values) {
+            store.set(QStringLiteral("group/") + QLatin1String(name), value, nullptr);
         }
     }
+    const QByteArray written = read_file();
     const SettingsStore store;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        EXPECT_EQ(store.value(QString::number(i)), values[i]) << i;
-    }
+    EXPECT_EQ(read_file(), written);
     EXPECT_FALSE(QFile::exists(kept_path()));
+    for (const auto& [name, value] : values) {
+        EXPECT_EQ(store.value(QStringLiteral("group/") + QLatin1String(name)), value) << name;
+    }
+}
+
+TEST_F(GSettingsFileTest, loses_only_a_value_of_a_type_that_is_not_known_to_be_harmless) {
+    {
+        SettingsStore store;
+        store.set(QStringLiteral("picture"), QImage(2, 2, QImage::Format_RGB32), nullptr);
+        store.set(KEY, QColor(1, 2, 3), nullptr);
+    }
+    const SettingsStore store;
+    EXPECT_EQ(store.allKeys(), QStringList{KEY});
+    EXPECT_EQ(store.get_color(KEY, Qt::blue, nullptr), QColor(1, 2, 3));
+    EXPECT_TRUE(QFile::exists(kept_path()));
+}
+
+// A value in there would be read unlooked at, whichever key is asked for.
+TEST_F(GSettingsFileTest, is_the_only_one_that_is_read) {
+    const QString others = QFileInfo(path()).path() + QStringLiteral(".conf");
+    QFile file(others);
+    QDir().mkpath(QFileInfo(path()).path());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[ui]\ntheme=2\n");
+    file.close();
+    EXPECT_EQ(SettingsStore().get_theme(), 1u);
+    file.remove();
 }
 
 TEST_F(GSettingsFileTest, that_cannot_be_made_leaves_the_values_of_this_run) {

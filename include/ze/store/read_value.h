@@ -12,8 +12,9 @@ namespace ze::store {
 /// How deep nodes in nodes, and lists in lists, may stand in a stream; each level costs stack.
 inline constexpr int MAX_STREAM_DEPTH = 256;
 
-/// Reads what `stream << QVariant` wrote. A type that is not on the list, or a nesting too deep,
-/// sets the stream's status to ReadCorruptData.
+/// Reads what `stream << QVariant` wrote, in the stream's version: that of the linked Qt, or
+/// Qt_4_0. A type that is not on the list, or a nesting too deep, sets the stream's status to
+/// ReadCorruptData.
 [[nodiscard]] QVariant read_value(QDataStream& stream);
 
 }  // namespace ze::store
