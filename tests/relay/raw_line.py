@@ -51,10 +51,11 @@ def first_frame(data):
 
 
 class Line:
-    """A raw connection; what it reads is kept."""
+    """A raw connection, from an address of this machine if one is given; what it reads is kept."""
 
-    def __init__(self, relay, tls=True):
-        self.socket = socket.create_connection((relay.host, relay.port), LIMIT)
+    def __init__(self, relay, tls=True, address=None):
+        self.socket = socket.create_connection((relay.host, relay.port), LIMIT,
+                                               source_address=address and (address, 0))
         if tls:
             self.socket = client_context().wrap_socket(self.socket)
         self.received = b""
