@@ -5,8 +5,8 @@
 #include "ze/net/PLAY_CMD.h"
 #include "ze/net/PlayMessage.h"
 #include "ze/net/json.h"
-#include "ze/qt/event/key.h"
 #include "ze/tools/format.h"
+#include "ze/tools/key_sequence.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -124,7 +124,7 @@ void GPlay::set_key_event(const QKeyEvent* ev) {
     }
     QJsonObject object;
     PlayMessage message(object, payload);
-    message.set_key_sequence(qt::event::key::to_key_sequence(ev), ev->type() == QEvent::KeyPress);
+    message.set_key_sequence(keys::to_key_sequence(ev), ev->type() == QEvent::KeyPress);
 }
 
 void GPlay::set_string(const QString& key, const QString& value) {

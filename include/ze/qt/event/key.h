@@ -3,7 +3,7 @@
 // were held. Every question about a null event is answered with false.
 #pragma once
 
-#include <QKeySequence>
+#include "ze/tools/key_sequence.h"
 
 #include <string>
 
@@ -11,8 +11,8 @@ class QKeyEvent;
 
 namespace ze::qt::event::key {
 
-/// Whether the key itself is Shift, Ctrl, Alt, AltGr or Meta.
-[[nodiscard]] bool is_mod_key(const QKeyEvent* ev) noexcept;
+using keys::is_mod_key;
+using keys::to_key_sequence;
 
 [[nodiscard]] bool is_mod_ctrl(const QKeyEvent* ev) noexcept;
 [[nodiscard]] bool is_mod_shift(const QKeyEvent* ev) noexcept;
@@ -24,9 +24,6 @@ namespace ze::qt::event::key {
 [[nodiscard]] bool is_left(const QKeyEvent* ev) noexcept;
 [[nodiscard]] bool is_right(const QKeyEvent* ev) noexcept;
 [[nodiscard]] bool is_space(const QKeyEvent* ev) noexcept;
-
-/// Key and modifiers as one sequence; empty for null and for a lone modifier key.
-[[nodiscard]] QKeySequence to_key_sequence(const QKeyEvent* ev);
 
 /// The sequence in portable text, such as "Ctrl+Up"; the modifiers' words for a lone modifier,
 /// "nullptr" for null.

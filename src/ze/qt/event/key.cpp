@@ -15,11 +15,6 @@ bool is_key(const QKeyEvent* ev, Qt::Key key) noexcept {
 
 }  // namespace
 
-bool is_mod_key(const QKeyEvent* ev) noexcept {
-    return is_key(ev, Qt::Key_Shift) || is_key(ev, Qt::Key_Control) || is_key(ev, Qt::Key_Alt) ||
-           is_key(ev, Qt::Key_AltGr) || is_key(ev, Qt::Key_Meta);
-}
-
 bool is_mod_ctrl(const QKeyEvent* ev) noexcept {
     return mod::is_ctrl(ev);
 }
@@ -54,14 +49,6 @@ bool is_right(const QKeyEvent* ev) noexcept {
 
 bool is_space(const QKeyEvent* ev) noexcept {
     return is_key(ev, Qt::Key_Space);
-}
-
-QKeySequence to_key_sequence(const QKeyEvent* ev) {
-    if (ev == nullptr || is_mod_key(ev)) {
-        return {};
-    }
-    // The keypad gives the same keys: its mark would keep "Up" from being "Up".
-    return QKeySequence(QKeyCombination(ev->modifiers() & ~Qt::KeypadModifier, Qt::Key(ev->key())));
 }
 
 std::string to_string(const QKeyEvent* ev) {
