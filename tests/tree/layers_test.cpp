@@ -32,8 +32,9 @@ const std::vector<Layer>& layers() {
               "src/ze/log", "src/ze/math", "src/ze/store", "src/ze/tools"},
              {}},
             {"ze_qt", {"include/ze/qt", "src/ze/qt"}, {"ze_core"}},
-            {"ze_net", {"include/ze/net", "src/ze/net"}, {"ze_core", "ze_qt"}},
+            {"ze_net", {"include/ze/net", "src/ze/net"}, {"ze_core"}},
             {"relay", {"programs/relay"}, {}},
+            {"rally", {"programs/vork2d/rally"}, {}},
         };
         rows.push_back({"early", {"programs/vork2d/early"}, {"ze_core", "ze_qt"}});
         for (const char* generation : {"v1", "v2", "v3", "v4"}) {
@@ -41,7 +42,7 @@ const std::vector<Layer>& layers() {
                             {std::string("programs/vork2d/") + generation},
                             {"ze_core", "ze_qt", "ze_net", "early"}});
         }
-        rows.push_back({"v5", {"programs/vork2d/v5"}, {"ze_core", "ze_qt", "ze_net"}});
+        rows.push_back({"v5", {"programs/vork2d/v5"}, {"rally", "ze_core", "ze_qt", "ze_net"}});
         return rows;
     }();
     return all;

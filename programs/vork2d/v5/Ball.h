@@ -1,13 +1,11 @@
-// The ball of the field: where it is, where it flies and how fast. It knows no rules.
+// The ball of the field: that of the rally, with a picture and a text.
 #pragma once
 
 #include "ze/math/Rect.h"
 
-#include "rules.h"
+#include "vork2d/rally/Ball.h"
 
 #include <string>
-
-#include <glm/vec2.hpp>
 
 namespace ze::qt {
 class GPC;
@@ -15,22 +13,11 @@ class GPC;
 
 namespace vork2d::v5 {
 
-struct Ball {
-    glm::vec2 pos{0, 0};              ///< centre, field units
-    glm::vec2 dir = rules::BALL_DIR;  ///< unit vector
-    float velocity = 0;               ///< field units per second
-    float size = rules::BALL_SIZE;    ///< edge of the square, field units
-    float travelDistance = 0;         ///< covered in the current rally, field units
-
+struct Ball : rally::Ball {
     [[nodiscard]] ze::math::Rect rect() const noexcept {
         return {pos.x - size / 2, pos.y - size / 2, size, size};
     }
     void draw(ze::qt::GPC& gpc) const;
-
-    [[nodiscard]] bool is_dir_left() const noexcept { return 0 > dir.x; }
-    [[nodiscard]] bool is_dir_right() const noexcept { return dir.x > 0; }
-    [[nodiscard]] bool is_dir_up() const noexcept { return dir.y > 0; }
-    [[nodiscard]] bool is_dir_down() const noexcept { return 0 > dir.y; }
 
     [[nodiscard]] std::string to_string() const;
 };

@@ -8,14 +8,11 @@
 
 #include "PLAY_STATE.h"
 #include "PlayStats.h"
+#include "vork2d/rally/serve.h"
 
 #include <QGuiApplication>
 #include <QScreen>
 #include <QTimer>
-
-#include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace vork2d::v5 {
 
@@ -84,18 +81,12 @@ void PlayField::report_state() {
 
 void PlayField::set_tm_travel(unsigned long long ms) {
     ze::pp_format(ze::log::DEBUG, 0, "PlayField::set_tm_travel, ms:$", ms);
-    tmTravel = static_cast<float>(ms == 0 ? 1 : ms) / rules::MS_PER_SECOND;
+    tmTravel = rally::tm_travel_from_ms(ms);
     set_velocity();
 }
 
 unsigned PlayField::tm_travel() const noexcept {
-    const float ms = tmTravel * rules::MS_PER_SECOND;
-    // Rounding is undefined for what no integer holds; such a time is too long in any case.
-    if (!(ms < static_cast<float>(std::numeric_limits<long long>::max()))) {
-        return rules::MS_TRAVEL_MAX;
-    }
-    const auto rounded = static_cast<unsigned>(std::llround(ms));
-    return std::clamp<unsigned>(rounded, rules::MS_TRAVEL_MIN, rules::MS_TRAVEL_MAX);
+    return rally::ms_travel(tmTravel);
 }
 
 void PlayField::set_velocity() {
@@ -115,26 +106,17 @@ void PlayField::on_play(ze::math::ORIENT2D::Type sideStart, unsigned long long m
 }
 
 void PlayField::serve(ze::math::ORIENT2D::Type sideStart) {
-    const float r = ball.size * 0.5f;
-    const float yTopBall = 0.5f * field_height() - r;
-    const glm::vec2 ptLeft{paddleLeft.rect().right() + r, paddleLeft.pos.y};
-    const glm::vec2 ptRight{paddleRight.rect().left() - r, paddleRight.pos.y};
     const bool fromLeft = sideStart == ze::math::ORIENT2D::LEFT;
-    const glm::vec2 ptStart = fromLeft ? ptLeft : ptRight;
-    const glm::vec2 ptTarget = fromLeft ? ptRight : ptLeft;
-    const glm::vec2 ptTargetMirror{ptTarget.x, 2 * yTopBall - ptTarget.y};
-
-    ball.pos = ptStart;
-    const glm::vec2 d = ptTargetMirror - ptStart;
-    ball.dir = d * (1 / std::sqrt(d.x * d.x + d.y * d.y));
+    const rally::Serve line =
+        rally::serve(ball, court(), fromLeft ? rally::SIDE::LEFT : rally::SIDE::RIGHT);
     set_velocity();
 
     using namespace ze::log;
     ze::pp_format(INFO, 0, "PLAY START $ SIDE", ze::math::ORIENT2D::to_string(sideStart));
-    ze::pp_format(DEBUG, 0, "ptStart:$", ptStart);
-    ze::pp_format(DEBUG, 0, "ptTarget:$", ptTarget);
-    ze::pp_format(DEBUG, 0, "yTopBall:$", yTopBall);
-    ze::pp_format(DEBUG, 0, "ptTargetMirror:$", ptTargetMirror);
+    ze::pp_format(DEBUG, 0, "ptStart:$", line.ptStart);
+    ze::pp_format(DEBUG, 0, "ptTarget:$", line.ptTarget);
+    ze::pp_format(DEBUG, 0, "yTopBall:$", line.yTopBall);
+    ze::pp_format(DEBUG, 0, "ptTargetMirror:$", line.ptTargetMirror);
     ze::pp_format(DEBUG, 0, "ball:$", ball);
 }
 

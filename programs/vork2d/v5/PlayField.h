@@ -14,11 +14,12 @@
 
 #include "Ball.h"
 #include "Paddle.h"
+#include "rules.h"
+#include "vork2d/rally/Court.h"
+#include "vork2d/rally/frame_step.h"
 
 #include <QColor>
 #include <QString>
-
-#include <optional>
 
 class QKeyEvent;
 class QKeySequence;
@@ -30,8 +31,6 @@ class PlayMessage;
 }  // namespace ze::net
 
 namespace vork2d::v5 {
-
-struct HitInfo;
 
 class PlayField : public ze::qt::GCanvas {
 public:
@@ -77,10 +76,10 @@ public:
 
     /// Whether the whole ball is past the field's edge.
     [[nodiscard]] bool is_ball_beyond_left() const noexcept {
-        return left() > ball.pos.x + ball.size * 0.5f;
+        return rally::is_beyond_left(ball, field_width());
     }
     [[nodiscard]] bool is_ball_beyond_right() const noexcept {
-        return ball.pos.x - ball.size * 0.5f > right();
+        return rally::is_beyond_right(ball, field_width());
     }
     [[nodiscard]] bool is_out_of_field() const noexcept {
         return is_ball_beyond_left() || is_ball_beyond_right();
@@ -182,30 +181,26 @@ protected:
     void showEvent(QShowEvent* ev) override;
 
 private:
-    struct FrameMotion;
-    enum class STEP : bool { END_FRAME, GO_ON };
+    class StepLog;
 
     [[nodiscard]] float field_width() const noexcept { return get_view_size().width; }
     [[nodiscard]] float field_height() const noexcept { return get_view_size().height; }
 
+    /// What the ball meets, as the rules know it.
+    [[nodiscard]] rally::Court court() const noexcept {
+        return {{field_width(), field_height()}, paddleLeft.bare(), paddleRight.bare()};
+    }
     void set_velocity();
     void serve(ze::math::ORIENT2D::Type sideStart);
 
-    [[nodiscard]] STEP sub_step(FrameMotion& motion);
-    [[nodiscard]] HitInfo find_hit(const FrameMotion& motion, glm::vec2 ptEnd) const;
-    [[nodiscard]] HitInfo find_wall_hit(const FrameMotion& motion, glm::vec2 ptEnd) const;
-    [[nodiscard]] HitInfo find_paddle_hit(const FrameMotion& motion, glm::vec2 ptEnd) const;
-    [[nodiscard]] glm::vec2 bounce(const HitInfo& hit, glm::vec2 vRest, unsigned cGuard);
-    [[nodiscard]] glm::vec2 bounce_wall(const HitInfo& hit, glm::vec2 vRest);
-    [[nodiscard]] glm::vec2 bounce_paddle(const Paddle& paddle, const HitInfo& hit, glm::vec2 vRest,
-                                          unsigned cGuard);
-    void on_exit(glm::vec2 posBefore);
-    void cut_at_edge(glm::vec2 posBefore, bool beyondLeft);
-    [[nodiscard]] std::optional<glm::vec2> exit_point(glm::vec2 posBefore, float xHit) const;
+    void on_exit(glm::vec2 ptLastPart);
+    void show_exit(const rally::Exit& exit, glm::vec2 ptLastPart) const;
 
     [[nodiscard]] Paddle& paddle_of(ze::net::CONTROL_OWNER owner) noexcept;
     [[nodiscard]] Paddle& other_paddle(const Paddle& paddle) noexcept;
-    [[nodiscard]] float inside_field(const Paddle& paddle, float y) const noexcept;
+    [[nodiscard]] float inside_field(const Paddle& paddle, float y) const noexcept {
+        return rally::inside_field(paddle.bare(), field_height(), y);
+    }
     void on_mouse(const QMouseEvent* ev);
     void step_paddle(Paddle& paddle, float step);
     void fire_set_pos(const Paddle& paddle, float y);

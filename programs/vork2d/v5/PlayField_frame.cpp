@@ -1,23 +1,14 @@
-// The frame step. The search for contacts is continuous: the motion of a frame is cut at each hit,
-// so that a fast ball cannot pass through a paddle and one frame can hold several bounces. The ball
-// is its centre here, and the collision lines are moved inward by its radius.
-//
-// Single precision throughout and in this order: the other client starts from the same numbers, and
-// the results go out on the wire.
+// The frame: the rules fly the ball, and the field logs, sounds and fires what they come to.
 #include "ze/log/pp.h"
 #include "ze/net/IConnectionState.h"
 #include "ze/tools/clock.h"
 
-#include "HitInfo.h"
+#include "HIT_TYPE.h"
 #include "PLAY_STATE.h"
 #include "PlayField.h"
 #include "PlayStats.h"
 #include "sounds.h"
-
-#include <algorithm>
-#include <cmath>
-
-#include <glm/geometric.hpp>
+#include "vork2d/rally/StepWatcher.h"
 
 namespace vork2d::v5 {
 
@@ -30,12 +21,11 @@ constexpr unsigned INDENT_SUB_STEP = 4;  // blanks before a log line of a sub-st
 
 template <typename... Args>
 [[gnu::noinline]] void write_line(ze::log::LOG_LEVEL level, unsigned indent, const char* format,
-                                  Args... args) {
+                                  const Args&... args) {
     ze::pp_format(level, indent, format, args...);
 }
 
-// A line of the frame step. The values go on as copies, so that a step whose lines are not shown
-// keeps its numbers in registers.
+// A line of the frame step, whose texts are only made where it is shown.
 template <typename... Args>
 inline void show_line(ze::log::LOG_LEVEL level, unsigned indent, const char* format,
                       const Args&... args) {
@@ -44,178 +34,73 @@ inline void show_line(ze::log::LOG_LEVEL level, unsigned indent, const char* for
     }
 }
 
-// Whether a motion counts, by its length; the root is left out where it cannot matter.
-inline bool is_flown(glm::vec2 motion) {
-    const float squared = glm::dot(motion, motion);
-    return squared > 1 || std::sqrt(squared) > rules::EPS;
-}
-
 }  // namespace
 
-struct PlayField::FrameMotion {
-    glm::vec2 ptStart;    // of the current sub-step
-    glm::vec2 posBefore;  // start of the last sub-step that was searched
-    glm::vec2 vRemain;    // what this frame has still to fly
-    unsigned cGuard = 0;
-    bool oneHit = false;
-};
+/// Logs and sounds a frame step.
+class PlayField::StepLog final : public rally::StepWatcher {
+public:
+    explicit StepLog(PlayField& theField) noexcept : field(theField) {}
 
-// The parts of a step are inline and stand before the whole: a frame in free flight is a handful of
-// nanoseconds and should cost no calls.
-
-inline HitInfo PlayField::find_wall_hit(const FrameMotion& motion, glm::vec2 ptEnd) const {
-    const glm::vec2 ptStart = motion.ptStart;
-    // From the rounded end point: this is the way that the ball really takes.
-    const float dy = ptEnd.y - ptStart.y;
-    if (!(std::fabs(dy) >= rules::EPS)) {
-        return {};
+    void on_wall_hit(const rally::HitInfo& hit) override {
+        field.play_sound(sounds::WALL_HIT);
+        show_line(DEBUG, 0, "PlayField::next_frame, HIT $, ball: {$}", hit.type, field.ball);
     }
-    const float radius = ball.size * 0.5f;
-    HitInfo hit;
-    if (motion.vRemain.y > 0) {
-        hit = {HIT_TOP, (field_height() * 0.5f - radius - ptStart.y) / dy, {}};
-    } else if (motion.vRemain.y < 0) {
-        hit = {HIT_BOTTOM, (field_height() * -0.5f + radius - ptStart.y) / dy, {}};
+    void on_paddle_hit(rally::SIDE side, float rel) override {
+        field.play_sound(sounds::PADDLE_HIT);
+        const Paddle& paddle = side == rally::SIDE::LEFT ? field.paddleLeft : field.paddleRight;
+        show_line(DEBUG, 0, "PlayField::next_frame, HIT $, ball.pos:$, rel:$", paddle.name,
+                  field.ball.pos, rel);
     }
-    if (!(0 <= hit.t && hit.t <= 1)) {
-        return {};
+    void on_deflected(unsigned cGuard) override {
+        show_line(DEBUG, 0, "PlayField::next_frame, cGuard:$, after calc, ball:$", cGuard,
+                  field.ball);
     }
-    hit.pt = {(ptEnd.x - ptStart.x) * hit.t + ptStart.x, dy * hit.t + ptStart.y};
-    return hit;
-}
-
-inline HitInfo PlayField::find_paddle_hit(const FrameMotion& motion, glm::vec2 ptEnd) const {
-    const float radius = ball.size * 0.5f;
-    if (motion.vRemain.x < 0) {
-        const ze::math::Rect r = paddleLeft.rect();
-        return HitInfo::hit_vertical(HIT_PADDLE_LEFT, motion.ptStart, ptEnd, r.right() + radius,
-                                     r.bottom() - radius, r.top() + radius);
+    void on_turned(glm::vec2 vRemain) override {
+        show_line(DEBUG, INDENT_SUB_STEP, "PlayField::next_frame, vRemain:$", vRemain);
     }
-    if (motion.vRemain.x > 0) {
-        const ze::math::Rect r = paddleRight.rect();
-        return HitInfo::hit_vertical(HIT_PADDLE_RIGHT, motion.ptStart, ptEnd, r.left() - radius,
-                                     r.bottom() - radius, r.top() + radius);
+    void on_invalid_dt(float dt) override {
+        show_line(ERROR, 0, "PlayField::next_frame, invalid dt:$", dt);
     }
-    return {};
-}
-
-inline HitInfo PlayField::find_hit(const FrameMotion& motion, glm::vec2 ptEnd) const {
-    const HitInfo wall = find_wall_hit(motion, ptEnd);
-    const HitInfo paddle = find_paddle_hit(motion, ptEnd);
-    const bool paddleFirst =
-        paddle.type != HIT_NONE && (wall.type == HIT_NONE || wall.t > paddle.t);
-    return paddleFirst ? paddle : wall;
-}
-
-inline glm::vec2 PlayField::bounce_wall(const HitInfo& hit, glm::vec2 vRest) {
-    play_sound(sounds::WALL_HIT);
-    show_line(DEBUG, 0, "PlayField::next_frame, HIT $, ball: {$}", hit.type, ball);
-    ball.dir.y = -ball.dir.y;
-    return {vRest.x, -vRest.y};
-}
-
-inline glm::vec2 PlayField::bounce_paddle(const Paddle& paddle, const HitInfo& hit, glm::vec2 vRest,
-                                          unsigned cGuard) {
-    play_sound(sounds::PADDLE_HIT);
-    // The collision line reaches a radius beyond the paddle's ends: hits there count as at the end.
-    const float rel =
-        std::clamp((hit.pt.y - paddle.pos.y) / (paddle.size.height * 0.5f), -1.0f, 1.0f);
-    show_line(DEBUG, 0, "PlayField::next_frame, HIT $, ball.pos:$, rel:$", paddle.name, ball.pos,
-              rel);
-    const glm::vec2 dirOld = ball.dir;
-    ball.dir.x = -dirOld.x;
-    if (std::fabs(rel) > rules::DEAD_ZONE) {
-        const float live = rel > 0 ? rel - rules::DEAD_ZONE : rel + rules::DEAD_ZONE;
-        const float a = live / rules::LIVE_RANGE;
-        const float y = a * rules::DEFLECTION + dirOld.y;
-        const float len = std::sqrt(y * y + dirOld.x * dirOld.x);
-        ball.dir = {-dirOld.x / len, y / len};
+    void on_paddle_upside_down(float yMin, float yMax) override {
+        show_line(ERROR, 0, "HitInfo::hit_vertical invalid params: yMin:$ > yMax:$", yMin, yMax);
     }
-    show_line(DEBUG, 0, "PlayField::next_frame, cGuard:$, after calc, ball:$", cGuard, ball);
-    return ball.dir * glm::length(vRest);
-}
-
-inline glm::vec2 PlayField::bounce(const HitInfo& hit, glm::vec2 vRest, unsigned cGuard) {
-    switch (hit.type) {
-        case HIT_PADDLE_LEFT:
-            ++playStats.hitsPaddleLeft;
-            return bounce_paddle(paddleLeft, hit, vRest, cGuard);
-        case HIT_PADDLE_RIGHT:
-            ++playStats.hitsPaddleRight;
-            return bounce_paddle(paddleRight, hit, vRest, cGuard);
-        case HIT_TOP:
-            ++playStats.hitsTop;
-            break;
-        default:
-            ++playStats.hitsBottom;
-            break;
-    }
-    return bounce_wall(hit, vRest);
-}
-
-inline PlayField::STEP PlayField::sub_step(FrameMotion& motion) {
-    ++motion.cGuard;
-    if (motion.cGuard >= rules::GUARD_LIMIT) {
+    void on_guard_break(unsigned cGuard, glm::vec2 vRemain) override {
         show_line(ERROR, 0, "PlayField::next_frame, guard break, cGuard:$, ball.pos:$, vRemain:$",
-                  motion.cGuard, ball.pos, motion.vRemain);
-        return STEP::END_FRAME;
+                  cGuard, field.ball.pos, vRemain);
     }
-    motion.posBefore = motion.ptStart;
-    const glm::vec2 ptEnd = motion.ptStart + motion.vRemain;
-    const HitInfo hitBest = find_hit(motion, ptEnd);
-    if (hitBest.type == HIT_NONE) {
-        ball.pos = ptEnd;
-        return STEP::END_FRAME;
-    }
-    if (0 > hitBest.t || hitBest.t > 1) {
+    void on_invalid_hit(const rally::HitInfo& hit, glm::vec2 ptStart, glm::vec2 ptEnd) override {
         show_line(ERROR, 0,
                   "PlayField::next_frame, invalid hitBest.t:$, ball.pos:$, ptStart:$, ptEnd:$",
-                  hitBest.t, ball.pos, motion.ptStart, ptEnd);
-        ball.pos = ptEnd;
-        return STEP::END_FRAME;
+                  hit.t, field.ball.pos, ptStart, ptEnd);
     }
-    const glm::vec2 vHit = motion.vRemain * hitBest.t;
-    if (rules::EPS >= glm::length(vHit)) {
+    void on_zero_length_hit(const rally::HitInfo& hit) override {
         show_line(ERROR, 0,
                   "PlayField::next_frame, zero-length hit step, type:$, t:$, ball.pos:$, ptHit:$",
-                  hitBest.type, hitBest.t, ball.pos, hitBest.pt);
-        return STEP::END_FRAME;
+                  hit.type, hit.t, field.ball.pos, hit.pt);
     }
-    ball.pos = hitBest.pt;
-    motion.vRemain = bounce(hitBest, motion.vRemain - vHit, motion.cGuard);
-    motion.ptStart = ball.pos;
-    motion.oneHit = true;
-    show_line(DEBUG, INDENT_SUB_STEP, "PlayField::next_frame, vRemain:$", motion.vRemain);
-    return STEP::GO_ON;
-}
+
+private:
+    PlayField& field;
+};
 
 void PlayField::next_frame(float dt) {
-    if (0 >= dt) {
-        show_line(ERROR, 0, "PlayField::next_frame, invalid dt:$", dt);
-        return;
-    }
-    const float stepLength = dt * ball.velocity;
-    if (rules::EPS >= stepLength) {
-        return;
-    }
-    ball.travelDistance += stepLength;
-    const glm::vec2 vStep = ball.dir * stepLength;
+    StepLog watcher(*this);
     if (!flagMaster) {
-        ball.pos += vStep;
+        rally::fly_straight(ball, dt, watcher);
         return;
     }
-    FrameMotion motion{ball.pos, ball.pos, vStep};
-    STEP next = STEP::GO_ON;
-    while (next == STEP::GO_ON && is_flown(motion.vRemain)) {
-        next = sub_step(motion);
+    const rally::Court theCourt = court();
+    rally::FrameStep step(ball, playStats, theCourt, watcher);
+    if (!step.fly(dt)) {
+        return;
     }
-    if (motion.oneHit && connection.is_connected()) {
+    if (step.one_hit() && connection.is_connected()) {
         // Once, after the whole motion: what goes out is the ball at the end of the frame.
         show_line(DEBUG, 0, "ONE HIT, ball:$", ball);
         listenerBallHit.fire_event(ze::NO_PAYLOAD{});
     }
     if (is_out_of_field()) {
-        on_exit(motion.posBefore);
+        on_exit(step.pt_last_part());
     }
 }
 
@@ -233,49 +118,34 @@ void PlayField::on_timer(unsigned long long msNow) {
     update();
 }
 
-void PlayField::on_exit(glm::vec2 posBefore) {
-    const bool beyondLeft = is_ball_beyond_left();
-    cut_at_edge(posBefore, beyondLeft);
+void PlayField::on_exit(glm::vec2 ptLastPart) {
+    const rally::Exit exit = rally::exit_of(ball, field_width(), ptLastPart);
+    show_exit(exit, ptLastPart);
+    ball.travelDistance -= rally::distance_beyond(exit, ball);
     playStats.travelDistance = ball.travelDistance;
     playStats.msEnd = ze::time::get_steady_milli_seconds();
     ze::pp_empty();
     playStats.show(PlayStats::INDENT);
-    listenerBallExit.fire_event(beyondLeft ? ze::math::ORIENT2D::LEFT : ze::math::ORIENT2D::RIGHT);
+    listenerBallExit.fire_event(exit.side == rally::SIDE::LEFT ? ze::math::ORIENT2D::LEFT
+                                                               : ze::math::ORIENT2D::RIGHT);
     // As a rule a handler has cleared the bit already, and nothing is reported twice.
     set_state_RUN(false);
 }
 
-void PlayField::cut_at_edge(glm::vec2 posBefore, bool beyondLeft) {
-    const float radius = ball.size * 0.5f;
-    const float xHit = beyondLeft ? left() - radius : right() + radius;
-    const char* const sideText = beyondLeft ? "LEFT" : "RIGHT";
-    const std::optional<glm::vec2> ptExit = exit_point(posBefore, xHit);
-
+void PlayField::show_exit(const rally::Exit& exit, glm::vec2 ptLastPart) const {
+    const char* const sideText = exit.side == rally::SIDE::LEFT ? "LEFT" : "RIGHT";
     ze::pp_empty();
-    if (!ptExit) {
+    if (!exit.pt) {
         show_line(DEBUG, 0, "BALL ON $ SIDE, ball.pos:$", sideText, ball.pos);
         show_line(ERROR, 0,
                   "PlayField::next_frame, BALL EXIT but no vertical cut found, posBefore:$, "
                   "ball.pos:$, xHit:$",
-                  posBefore, ball.pos, xHit);
+                  ptLastPart, ball.pos, exit.xEdge);
         return;
     }
     show_line(DEBUG, 0, "MASTER:$", flagMaster);
     show_line(DEBUG, 0, "BALL ON $ SIDE, ball.pos:$", sideText, ball.pos);
-    show_line(DEBUG, 0, "BALL EXIT, ptExit:$", *ptExit);
-    ball.travelDistance -= glm::length(ball.pos - *ptExit);
-}
-
-std::optional<glm::vec2> PlayField::exit_point(glm::vec2 posBefore, float xHit) const {
-    const float dx = ball.pos.x - posBefore.x;
-    if (rules::EPS >= std::fabs(dx)) {
-        return std::nullopt;
-    }
-    const float t = (xHit - posBefore.x) / dx;
-    if (0 > t || t > 1) {
-        return std::nullopt;
-    }
-    return glm::vec2{posBefore.x + dx * t, posBefore.y + (ball.pos.y - posBefore.y) * t};
+    show_line(DEBUG, 0, "BALL EXIT, ptExit:$", *exit.pt);
 }
 
 }  // namespace vork2d::v5

@@ -89,17 +89,6 @@ Paddle& PlayField::other_paddle(const Paddle& paddle) noexcept {
     return &paddle == &paddleLeft ? paddleRight : paddleLeft;
 }
 
-float PlayField::inside_field(const Paddle& paddle, float y) const noexcept {
-    const float half = paddle.size.height * 0.5f;
-    const float yMin = half - 0.5f * field_height();
-    const float yMax = 0.5f * field_height() - half;
-    // The lower bound first: it holds where a field is lower than its paddle.
-    if (y < yMin) {
-        return yMin;
-    }
-    return y > yMax ? yMax : y;
-}
-
 void PlayField::step_paddle(Paddle& paddle, float step) {
     paddle.pos.y = inside_field(paddle, paddle.pos.y + step);
     update();

@@ -17,10 +17,6 @@ void show_row(unsigned indent, const char* format, const T& value) {
 
 }  // namespace
 
-unsigned PlayStats::all_hits() const noexcept {
-    return hitsTop + hitsBottom + hitsPaddleLeft + hitsPaddleRight;
-}
-
 double PlayStats::fps() const noexcept {
     const unsigned long long elapsed = msEnd - msStart;
     return elapsed == 0 ? 0.0 : frames / (static_cast<double>(elapsed) / MS_PER_SECOND);

@@ -42,8 +42,6 @@ namespace ORIENT2D = ze::math::ORIENT2D;
 
 namespace {
 
-constexpr float FIELD_WIDTH = 800.0F;   // field units
-constexpr float FIELD_HEIGHT = 400.0F;  // field units
 constexpr int FIELD_MIN_PIXELS = 100;
 constexpr int CHAT_MIN_PIXELS = 50;
 // Pixels that each has when it is first shown, as far as the window goes: left to itself the chat
@@ -127,7 +125,7 @@ void Window::setup_pan_stack(ze::qt::GSplitter* splitter) {
     setup_panel_invitation();
     panStack->show_stacked_widget(panPlay);
 
-    playField = new PlayField(FIELD_WIDTH, FIELD_HEIGHT, webSocket);
+    playField = new PlayField(rules::FIELD_WIDTH, rules::FIELD_HEIGHT, webSocket);
     panPlay->add_widget(playField);
     playField->setMinimumHeight(FIELD_MIN_PIXELS);
     check_playfield_size();

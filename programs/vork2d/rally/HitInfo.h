@@ -1,16 +1,13 @@
-// The earliest contact of the ball's motion with a wall or a paddle. Only the frame step uses it.
+// The earliest contact of the ball's motion with a wall or a paddle.
 #pragma once
-
-#include "ze/tools/format.h"
 
 #include "rules.h"
 
 #include <cmath>
-#include <string>
 
 #include <glm/vec2.hpp>
 
-namespace vork2d::v5 {
+namespace vork2d::rally {
 
 enum HIT_TYPE : unsigned {
     HIT_NONE = 0,
@@ -20,10 +17,6 @@ enum HIT_TYPE : unsigned {
     HIT_PADDLE_RIGHT = 4,
 };
 
-/// The enumerator's text; a number beyond the enumeration is named as unknown. The formatter prints
-/// a type so.
-[[nodiscard]] std::string to_string(HIT_TYPE type);
-
 struct HitInfo {
     HIT_TYPE type = HIT_NONE;
     float t = 2.0f;      ///< place along the motion, 0..1; 2 is later than any real hit
@@ -31,21 +24,14 @@ struct HitInfo {
 
     /// Contact of a point that moves from ptStart to ptEnd with the vertical line at x between yMin
     /// and yMax, borders included. No contact gives a fresh value, and so does a motion that is too
-    /// flat in x to count; yMin above yMax is reported.
+    /// flat in x to count, or a yMin above yMax.
     [[nodiscard]] static HitInfo hit_vertical(HIT_TYPE type, glm::vec2 ptStart, glm::vec2 ptEnd,
-                                              float x, float yMin, float yMax);
-
-private:
-    static void report_upside_down(float yMin, float yMax);
+                                              float x, float yMin, float yMax) noexcept;
 };
 
 // Inline: the frame step asks for it with every sub-step.
 inline HitInfo HitInfo::hit_vertical(HIT_TYPE type, glm::vec2 ptStart, glm::vec2 ptEnd, float x,
-                                     float yMin, float yMax) {
-    if (yMin > yMax) {
-        report_upside_down(yMin, yMax);
-        return {};
-    }
+                                     float yMin, float yMax) noexcept {
     const float dx = ptEnd.x - ptStart.x;
     if (rules::EPS > std::fabs(dx)) {
         return {};
@@ -61,9 +47,4 @@ inline HitInfo HitInfo::hit_vertical(HIT_TYPE type, glm::vec2 ptStart, glm::vec2
     return {type, t, {dx * t + ptStart.x, y}};
 }
 
-}  // namespace vork2d::v5
-
-namespace ze {
-template <>
-void obj_to_stream(std::stringstream& out, const vork2d::v5::HIT_TYPE& type);
-}
+}  // namespace vork2d::rally
