@@ -3,6 +3,7 @@
 #include "ze/qt/dialogs/GDialogOption.h"
 
 #include "WindowFixture.h"
+#include "support/children.h"
 
 #include <QLabel>
 #include <QWidgetAction>
@@ -180,7 +181,7 @@ TEST_F(WindowMenuOptionsTest, logging_switches_the_panel_and_is_stored) {
 TEST_F(WindowMenuOptionsTest, log_options_opens_their_dialog) {
     window.get_panel_log_view()->set_enabled(true);
     choose(QStringLiteral("System"), QStringLiteral("Log Options"));
-    const auto* const dialog = window.findChild<ze::qt::GDialogOption*>();
+    const auto* const dialog = test::child_of<ze::qt::GDialogOption>(window);
     ASSERT_NE(dialog, nullptr);
     EXPECT_TRUE(dialog->isVisible());
 }

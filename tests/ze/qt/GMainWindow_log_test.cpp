@@ -11,6 +11,7 @@
 #include "ze/qt/dialogs/GDialogOption.h"
 
 #include "support/LogCapture.h"
+#include "support/children.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -165,7 +166,7 @@ TEST_F(WindowLog, a_log_that_went_with_its_panel_is_not_used_any_more) {
     log.expect_error("GMainWindow::gen_main_panel, already called!");
     panel->set_enabled(true);
     window.on_log_options();
-    auto* dialog = window.findChild<GDialogOption*>();
+    auto* dialog = test::child_of<GDialogOption>(window);
     window.gen_main_panel(GLAYOUT::VERTICAL);
     EXPECT_TRUE(test::wait_for([this] { return window.get_panel_log_view() == nullptr; }));
     log.clear();
@@ -184,7 +185,7 @@ TEST_F(WindowLog, a_dialog_whose_log_went_closes_on_ok) {
     log.expect_error("GMainWindow::gen_main_panel, already called!");
     panel->set_enabled(true);
     window.on_log_options();
-    const QPointer<GDialogOption> dialog = window.findChild<GDialogOption*>();
+    const QPointer<GDialogOption> dialog = test::child_of<GDialogOption>(window);
     window.gen_main_panel(GLAYOUT::VERTICAL);
     ASSERT_TRUE(test::wait_for([this] { return window.get_panel_log_view() == nullptr; }));
     log.clear();
@@ -319,7 +320,7 @@ TEST_F(WindowLog, the_menu_shows_the_state) {
     window.show();
     log.clear();
     window.on_menu_options();
-    auto* menu = window.findChild<GMenu*>();
+    auto* menu = test::child_of<GMenu>(window);
     ASSERT_NE(menu, nullptr);
     EXPECT_EQ(entries(menu), (Lines{"Logging [ ]", "Options off", "---", "Theme"}));
     EXPECT_EQ(entries(entry_of(menu, "Theme")->menu()),
@@ -340,7 +341,7 @@ TEST_F(WindowLog, the_menu_turns_the_log_on) {
     window.show();
     window.on_menu_options();
     log.clear();
-    entry_of(window.findChild<GMenu*>(), "Logging")->trigger();
+    entry_of(test::child_of<GMenu>(window), "Logging")->trigger();
     const Lines lines = log.lines_with_level();
     EXPECT_NE(std::find(lines.begin(), lines.end(), "DEB GMainWindow::on_menu_log, flag:true"),
               lines.end());
@@ -357,10 +358,10 @@ TEST_F(WindowLog, the_menu_opens_the_dialog_of_a_log_that_is_on) {
     panel->set_enabled(true);
     window.show();
     window.on_menu_options();
-    auto* menu = window.findChild<GMenu*>();
+    auto* menu = test::child_of<GMenu>(window);
     EXPECT_EQ(entries(menu), (Lines{"Logging [x]", "Options", "---", "Theme"}));
     entry_of(menu, "Options")->trigger();
-    EXPECT_NE(window.findChild<GDialogOption*>(), nullptr);
+    EXPECT_NE(test::child_of<GDialogOption>(window), nullptr);
     menu->close();
 }
 
@@ -368,7 +369,7 @@ TEST_F(WindowLog, the_menu_has_the_colours_of_its_window) {
     window.set_theme(1, 0);
     window.show();
     window.on_menu_options();
-    auto* menu = window.findChild<GMenu*>();
+    auto* menu = test::child_of<GMenu>(window);
     auto* themes = entry_of(menu, "Theme")->menu();
     themes->popup(QPoint());
     const QColor dark = window.palette().color(QPalette::Window);
@@ -381,7 +382,7 @@ TEST_F(WindowLog, the_menu_has_the_colours_of_its_window) {
 TEST_F(WindowLog, the_menu_sets_the_theme) {
     window.show();
     window.on_menu_options();
-    const QPointer<GMenu> menu = window.findChild<GMenu*>();
+    const QPointer<GMenu> menu = test::child_of<GMenu>(window);
     entry_of(entry_of(menu, "Theme")->menu(), "Green")->trigger();
     EXPECT_TRUE(window.is_theme_green());
     menu->close();
@@ -468,7 +469,7 @@ TEST_F(WindowLog, the_dialog_has_the_looks_of_its_window) {
     window.set_theme(1, 0);
     window.set_font_size(17);
     window.on_log_options();
-    const auto* dialog = window.findChild<GDialogOption*>();
+    const auto* dialog = test::child_of<GDialogOption>(window);
     EXPECT_EQ(dialog->palette().color(QPalette::Window), QColor(0x35, 0x35, 0x35));
     EXPECT_TRUE(dialog->autoFillBackground());
     EXPECT_EQ(dialog->font().pointSize(), 17);
@@ -498,7 +499,7 @@ TEST_F(WindowLog, each_column_of_the_dialog_has_its_bit) {
     for (const auto& [text, bit] : columns) {
         const unsigned before = panel->config.logControl.value();
         window.on_log_options();
-        const QPointer<GDialogOption> dialog = window.findChild<GDialogOption*>();
+        const QPointer<GDialogOption> dialog = test::child_of<GDialogOption>(window);
         by_text<QCheckBox>(dialog, text)->toggle();
         by_text<QPushButton>(dialog, "OK")->click();
         EXPECT_EQ(panel->config.logControl.value(), before ^ (1U << bit)) << text;

@@ -293,7 +293,7 @@ TEST(GAttributes, other_safe_types_come_back_too) {
     GAttributes written;
     written.set(QStringLiteral("date"), QDate(2024, 2, 29));
     written.set(QStringLiteral("time"), QTime(12, 34, 56));
-    written.set(QStringLiteral("stamp"), QDateTime(QDate(2024, 2, 29), QTime(1, 2, 3), Qt::UTC));
+    written.set(QStringLiteral("stamp"), QDateTime(QDate(2024, 2, 29), QTime(1, 2, 3)).toUTC());
     written.set(QStringLiteral("url"), QUrl(QStringLiteral("wss://host:8888/ws")));
     written.set(QStringLiteral("uuid"),
                 QUuid(QStringLiteral("{67c8770b-44f1-410a-ab9a-f9b5446f13ee}")));

@@ -7,6 +7,7 @@
 #include "support/LogCapture.h"
 
 #include <QApplication>
+#include <QPushButton>
 #include <QTest>
 #include <QVBoxLayout>
 
@@ -56,7 +57,7 @@ TEST_F(GDialogTest, the_demonstration_has_four_names_and_an_end) {
     EXPECT_EQ(button_texts(dialog),
               (std::vector<std::string>{"Ebbe", "Rika", "Sanne", "Mela", "End"}));
     dialog.show();
-    QTest::mouseClick(dialog.findChild<GButton*>(QStringLiteral("End")), Qt::LeftButton);
+    QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("End")), Qt::LeftButton);
     EXPECT_FALSE(dialog.isVisible());
 }
 
