@@ -100,9 +100,10 @@ TEST_F(WindowV4, the_switch_turns_the_sound_on_and_off) {
 }
 
 TEST_F(WindowV4, no_focus_takes_the_keys_from_the_numbers) {
-    QApplication::setActiveWindow(&window);
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     spin("refresh delay")->setFocus();
-    ASSERT_NE(window.focusWidget(), nullptr);
+    ASSERT_TRUE(spin("refresh delay")->hasFocus());
     press("no focus");
     EXPECT_FALSE(spin("refresh delay")->hasFocus());
 }

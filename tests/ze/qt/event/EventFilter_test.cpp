@@ -179,6 +179,7 @@ TEST(EventFilter, hands_each_touch_of_the_application_to_the_automaton_once) {
 TEST_F(EventFilterTheme, a_menu_and_its_sub_menu_have_the_colours_of_their_window) {
     QMenu menu(&edit);
     QMenu* const sub = menu.addMenu(QStringLiteral("sub"));
+    sub->addAction(QStringLiteral("entry"));
     menu.popup(QPoint());
     sub->popup(QPoint());
     EXPECT_EQ(ground(&menu), ground(&window));
@@ -187,6 +188,7 @@ TEST_F(EventFilterTheme, a_menu_and_its_sub_menu_have_the_colours_of_their_windo
 
 TEST_F(EventFilterTheme, a_menu_follows_its_window_into_another_theme) {
     QMenu menu(&window);
+    menu.addAction(QStringLiteral("entry"));
     menu.popup(QPoint());
     menu.close();
     window.setPalette(Qt::darkRed);
@@ -200,6 +202,7 @@ TEST_F(EventFilterTheme, a_disabled_entry_of_a_menu_has_no_bright_rim) {
     theme.setColor(QPalette::Disabled, QPalette::Light, Qt::white);
     window.setPalette(theme);
     QMenu menu(&window);
+    menu.addAction(QStringLiteral("entry"));
     menu.popup(QPoint());
     EXPECT_EQ(menu.palette().color(QPalette::Disabled, QPalette::Light), QColor(Qt::darkGray));
 }
