@@ -67,6 +67,8 @@ class RallyTest(unittest.TestCase):
         self.play_a_point(self.ann, self.ben)
         self.play_a_point(self.ben, self.ann)
         self.stage.wait_frame("Ben's point", lambda f: f.up and f.who == "g:Ben" and f.cmd == "points")
+        self.wait_both("point for me")
+        self.wait_both("point for opponent")
         self.assertEqual((self.ann.count("point for me"), self.ann.count("point for opponent")), (1, 1))
         self.assertEqual((self.ben.count("point for me"), self.ben.count("point for opponent")), (1, 1))
         told = [(f.who, f.json["to"], f.json["payload"]["countPointsMe"], f.json["payload"]["countPointsOpponent"])
