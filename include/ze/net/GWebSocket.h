@@ -37,7 +37,7 @@ public:
     explicit operator bool() const { return is_connected(); }
 
     /// Sends the compact text of the object as one text frame.
-    /// Returns the number of bytes sent, 0 on a closed socket.
+    /// Returns the number of bytes sent, 0 on a closed socket and beyond what may wait.
     qint64 send_object(const QJsonObject& object);
 
     /// What waits here until the other end reads. Beyond 4 MiB the connection is closed at once,
@@ -46,9 +46,11 @@ public:
 
 private:
     int closeStage = 0;  // 0 open or never closed, 1 close was called, 2 the disconnect was told
+    bool flagCheck = false;  // a check of what is unsent is on its way
 
     void connect_signals();
     void watch_unsent();
+    void check_unsent_later();
     void check_unsent();
     void on_connected();
     void on_disconnected();

@@ -8,6 +8,7 @@
 #include <QtGlobal>
 
 #include <chrono>
+#include <utility>
 
 namespace ze::net {
 
@@ -69,11 +70,11 @@ bool GWebSocket::is_connected() const {
 }
 
 qint64 GWebSocket::send_object(const QJsonObject& object) {
-    const qint64 sent = sendTextMessage(json::to_json_string(object, QJsonDocument::Compact));
-    // Queued: the sender need not reckon with the end of the connection in the midst of its work.
-    QMetaObject::invokeMethod(
-        this, [this] { check_unsent(); }, Qt::QueuedConnection);
-    return sent;
+    check_unsent_later();
+    if (unsent_bytes() > MAX_UNSENT_BYTES) {
+        return 0;
+    }
+    return sendTextMessage(json::to_json_string(object, QJsonDocument::Compact));
 }
 
 qint64 GWebSocket::unsent_bytes() const {
@@ -89,12 +90,22 @@ void GWebSocket::watch_unsent() {
     // Qt answers a protocol ping, and TLS a request for new keys, without telling: what is read may
     // have left something to send.
     for (const QAbstractSocket* const socket : findChildren<QAbstractSocket*>()) {
-        connect(
-            socket, &QIODevice::readyRead, this, [this] { check_unsent(); }, Qt::QueuedConnection);
+        connect(socket, &QIODevice::readyRead, this, [this] { check_unsent_later(); });
     }
 }
 
+void GWebSocket::check_unsent_later() {
+    // Whoever reads or sends need not reckon with the end of the connection in the midst of it. One
+    // check does for all that an event reads and sends.
+    if (std::exchange(flagCheck, true)) {
+        return;
+    }
+    QMetaObject::invokeMethod(
+        this, [this] { check_unsent(); }, Qt::QueuedConnection);
+}
+
 void GWebSocket::check_unsent() {
+    flagCheck = false;
     if (unsent_bytes() <= MAX_UNSENT_BYTES) {
         return;
     }
