@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <memory>
 
 #include <fcntl.h>
 #include <openssl/err.h>
@@ -92,21 +93,30 @@ bool write_all(int file, const std::string& text) {
     return fsync(file) == 0;
 }
 
-/// The whole file or none of it, never readable to others in between; what is wrong, or empty.
-std::string write_file(const std::string& path, const std::string& text, mode_t mode) {
-    const std::string draft = path + ".new";
+std::string draft_of(const std::string& path) {
+    return path + ".new";
+}
+
+std::string write_fault(const std::string& path) {
+    return "can not write " + path + ": " + std::strerror(errno);
+}
+
+/// Writes beside the file, never readable to others in between; what is wrong, or an empty text.
+std::string write_draft(const std::string& path, const std::string& text, mode_t mode) {
+    const std::string draft = draft_of(path);
     unlink(draft.c_str());
     const int file =
         open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
-    const bool flagWritten = file >= 0 && write_all(file, text);
-    const int fault = errno;
-    if (file >= 0) {
-        close(file);
+    if (file < 0) {
+        return write_fault(path);
     }
-    if (!flagWritten || rename(draft.c_str(), path.c_str()) != 0) {
-        return "can not write " + path + ": " + std::strerror(flagWritten ? errno : fault);
-    }
-    return {};
+    std::string fault = write_all(file, text) ? "" : write_fault(path);
+    close(file);
+    return fault;
+}
+
+std::string put_in_place(const std::string& path) {
+    return rename(draft_of(path).c_str(), path.c_str()) == 0 ? "" : write_fault(path);
 }
 
 }  // namespace
@@ -123,10 +133,17 @@ std::string make_self_signed(const CertificateFiles& files, std::chrono::seconds
         ERR_clear_error();
         return "can not make a certificate";
     }
-    std::string fault = write_file(files.key, pem_of(key.get(), nullptr), S_IRUSR | S_IWUSR);
+    std::string fault = write_draft(files.key, pem_of(key.get(), nullptr), S_IRUSR | S_IWUSR);
     if (fault.empty()) {
-        fault = write_file(files.cert, pem_of(nullptr, cert.get()),
-                           S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH);
+        fault = write_draft(files.cert, pem_of(nullptr, cert.get()),
+                            S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH);
+    }
+    // Both are on the disk before either takes the place of a former one.
+    for (const std::string& path : {files.key, files.cert}) {
+        if (fault.empty()) {
+            fault = put_in_place(path);
+        }
+        unlink(draft_of(path).c_str());
     }
     return fault;
 }

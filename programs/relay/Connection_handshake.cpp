@@ -134,6 +134,7 @@ void Connection::answer(Reason reason, http::status status, std::string_view tex
     response.result(status);
     response.version(11);
     response.set(http::field::content_type, "text/plain");
+    response.set("X-Content-Type-Options", "nosniff");
     response.keep_alive(false);
     if (status == http::status::upgrade_required) {
         response.set(http::field::upgrade, "websocket");

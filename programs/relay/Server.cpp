@@ -44,6 +44,7 @@ Server::Server(const Options& options, const Log& log, const ServiceManager& man
               [this](Connection& connection) {
                   on_gone(connection);
               }},
+      certificate_(context_, options.certificate_files(), log),
       acceptor_(context_.get_executor()),
       signals_(context_, SIGTERM, SIGINT, SIGHUP),
       watchdog_(context_),
@@ -51,7 +52,7 @@ Server::Server(const Options& options, const Log& log, const ServiceManager& man
       handshakes_(options.limits) {}
 
 std::string Server::start() {
-    std::string fault = tls_.load(options_.certificate_files());
+    std::string fault = certificate_.start();
     if (!fault.empty()) {
         return fault;
     }
@@ -169,7 +170,7 @@ void Server::admit(TlsStream::Socket socket, const Endpoint& from) {
     let_go(handshakes_.in_the_way_of(address));
     tune(socket);
     const auto connection =
-        std::make_shared<Connection>(std::move(socket), tls_.get(), shared_, address);
+        std::make_shared<Connection>(std::move(socket), certificate_.get(), shared_, address);
     connections_.emplace(connection.get(), connection);
     metrics_.connections = connections_.size();
     addresses_.connect(address, Clock::now());
@@ -250,22 +251,12 @@ void Server::wait_for_signal() {
             return;
         }
         if (signal == SIGHUP) {
-            reload();
+            certificate_.reload();
             wait_for_signal();
         } else {
             shut_down();
         }
     });
-}
-
-// Connections keep the context they began with; only new ones get the new certificate.
-void Server::reload() {
-    const std::string fault = tls_.load(options_.certificate_files());
-    if (fault.empty()) {
-        log_.event("reloaded", {{"cert", options_.certificate_files().cert}});
-    } else {
-        log_.event("reload_failed", {{"detail", fault}});
-    }
 }
 
 void Server::shut_down() {

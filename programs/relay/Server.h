@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Addresses.h"
-#include "Certificate.h"
+#include "CertificateKeeper.h"
 #include "Connection.h"
 #include "Deadlines.h"
 #include "Handshakes.h"
@@ -57,7 +57,6 @@ private:
     void on_gone(Connection& connection);
 
     void wait_for_signal();
-    void reload();
     void shut_down();
     void end_all();
 
@@ -71,7 +70,7 @@ private:
     net::io_context context_{1};
     Deadlines deadlines_;
     Shared shared_;
-    TlsContext tls_;
+    CertificateKeeper certificate_;
     Acceptor acceptor_;
     net::signal_set signals_;
     net::steady_timer watchdog_;  ///< until it is fed next

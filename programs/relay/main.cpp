@@ -4,6 +4,7 @@
 #include "LogWriter.h"
 #include "Options.h"
 #include "Server.h"
+#include "TlsContext.h"
 #include "address.h"
 #include "descriptors.h"
 

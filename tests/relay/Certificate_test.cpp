@@ -1,107 +1,50 @@
 #include "Certificate.h"
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
 
 namespace fs = std::filesystem;
 
-struct Certificate : ::testing::Test {
-    Certificate() { fs::remove_all(folder); }
-    ~Certificate() override { fs::remove_all(folder); }
-
-    static std::string read(const std::string& path) {
-        std::stringstream text;
-        text << std::ifstream(path).rdbuf();
-        return text.str();
-    }
-
-    const fs::path folder =
-        fs::temp_directory_path() / ("relay_certificate." + std::to_string(getpid()));
-    const relay::CertificateFiles own{folder / "state/certificate.pem", folder / "state/key.pem",
-                                      true};
-};
-
-TEST_F(Certificate, the_first_load_makes_a_key_that_only_its_owner_reads) {
-    relay::TlsContext tls;
-    EXPECT_EQ(tls.load(own), "");
-    EXPECT_NE(tls.get(), nullptr);
-    EXPECT_EQ(fs::status(own.key).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    EXPECT_EQ(fs::status(folder / "state").permissions(), fs::perms::owner_all);
+std::string read(const std::string& path) {
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
-TEST_F(Certificate, the_second_load_keeps_what_is_there) {
-    relay::TlsContext tls;
-    ASSERT_EQ(tls.load(own), "");
-    const std::string key = read(own.key);
-    const std::string cert = read(own.cert);
-    ASSERT_EQ(tls.load(own), "");
-    EXPECT_EQ(read(own.key), key);
-    EXPECT_EQ(read(own.cert), cert);
-}
-
-TEST_F(Certificate, one_that_runs_out_within_a_month_is_made_anew) {
-    relay::TlsContext tls;
-    for (const int days : {-1, 29}) {
-        ASSERT_EQ(relay::make_self_signed(own, std::chrono::hours(24 * days)), "");
-        const std::string cert = read(own.cert);
-        ASSERT_EQ(tls.load(own), "");
-        EXPECT_NE(read(own.cert), cert) << days;
-    }
-}
-
-TEST_F(Certificate, one_that_is_good_for_more_than_a_month_stays) {
-    ASSERT_EQ(relay::make_self_signed(own, std::chrono::hours(24 * 31)), "");
-    const std::string cert = read(own.cert);
-    relay::TlsContext tls;
-    ASSERT_EQ(tls.load(own), "");
-    EXPECT_EQ(read(own.cert), cert);
-}
-
-TEST_F(Certificate, one_that_is_broken_is_made_anew) {
-    relay::TlsContext tls;
-    ASSERT_EQ(tls.load(own), "");
-    std::ofstream(own.cert) << "no certificate";
-    EXPECT_EQ(tls.load(own), "");
-}
-
-TEST_F(Certificate, a_hosts_own_that_is_missing_is_told_and_the_former_stays) {
-    relay::TlsContext tls;
-    ASSERT_EQ(tls.load(own), "");
-    SSL_CTX* const former = tls.get();
-    const std::string fault = tls.load({folder / "no.pem", own.key, false});
-    EXPECT_EQ(fault.rfind("can not use the certificate " + (folder / "no.pem").string(), 0), 0U);
-    EXPECT_EQ(tls.get(), former);
-}
-
-TEST_F(Certificate, a_key_of_another_certificate_is_told) {
-    const relay::CertificateFiles other{folder / "other.pem", folder / "other.key", true};
-    ASSERT_EQ(relay::make_self_signed(own), "");
-    ASSERT_EQ(relay::make_self_signed(other), "");
-    relay::TlsContext tls;
-    const std::string fault = tls.load({own.cert, other.key, false});
-    EXPECT_EQ(fault.rfind("can not use the key " + other.key, 0), 0U);
-}
-
-TEST_F(Certificate, a_check_makes_nothing) {
-    EXPECT_EQ(relay::TlsContext::check(own), "");
-    EXPECT_FALSE(fs::exists(folder));
-}
-
-TEST_F(Certificate, a_check_finds_a_folder_that_can_not_be_made) {
-    fs::create_directory(folder);
-    std::ofstream(folder / "state") << "no folder";
-    EXPECT_EQ(relay::TlsContext::check(own), "can not write into " + (folder / "state").string());
-}
-
-TEST_F(Certificate, a_folder_that_can_not_be_written_is_told) {
+TEST(Certificate, a_folder_that_can_not_be_written_is_told) {
     const std::string fault = relay::make_self_signed({"/proc/x/c.pem", "/proc/x/k.pem", true});
     EXPECT_EQ(fault.rfind("can not write /proc/x/k.pem: ", 0), 0U);
+}
+
+TEST(Certificate, a_full_disk_leaves_nothing_new_and_what_was_there) {
+    const fs::path folder =
+        fs::temp_directory_path() / ("relay_certificate." + std::to_string(getpid()));
+    const relay::CertificateFiles files{folder / "certificate.pem", folder / "key.pem", true};
+    ASSERT_EQ(relay::make_self_signed(files), "");
+    const std::string cert = read(files.cert);
+    const std::string key = read(files.key);
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit former{};
+    getrlimit(RLIMIT_FSIZE, &former);
+    for (const rlim_t room : {rlim_t{0}, rlim_t{100}, key.size()}) {  // nothing, some, the key
+        const rlimit limit{room, former.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const std::string fault = relay::make_self_signed(files);
+        setrlimit(RLIMIT_FSIZE, &former);
+        EXPECT_EQ(fault.rfind("can not write " + folder.string(), 0), 0U) << room;
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 2) << room;
+        EXPECT_EQ(read(files.cert), cert) << room;
+        EXPECT_EQ(read(files.key), key) << room;
+    }
+    std::signal(SIGXFSZ, SIG_DFL);
+    fs::remove_all(folder);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "TlsStream.h"
 
-#include "Certificate.h"
+#include "TlsContext.h"
 
 #include <array>
 #include <filesystem>

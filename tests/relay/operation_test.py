@@ -50,6 +50,7 @@ class CommandLine(unittest.TestCase):
         for option, value, fault in (
                 ("--status", "0.0.0.0:1", "0.0.0.0:1 is no loopback address"),
                 ("--listen", "nowhere.invalid:1", "can not find nowhere.invalid"),
+                ("--state-dir", "/proc/nope", "can not write into /proc/nope"),
                 ("--state-dir", "/dev/null/state", "can not write into /dev/null/state")):
             status, text = run("--check-config", option, value)
             self.assertEqual((status, fault in text), (2, True), text)
@@ -101,6 +102,43 @@ class Start(RelayTest):
         self.relay.stop()
         with Relay(state_dir=self.relay.state_dir) as again:
             self.assertEqual(ssl.get_server_certificate((again.host, again.port)), before)
+
+
+class Ciphers(unittest.TestCase):
+    """Of TLS 1.2; all of TLS 1.3 are good."""
+
+    def accepted(self, relay):
+        context = client_context()
+        context.maximum_version = ssl.TLSVersion.TLSv1_2
+        context.set_ciphers("ALL:COMPLEMENTOFALL:@SECLEVEL=0")
+        names = {cipher["name"] for cipher in context.get_ciphers()}
+        found = set()
+        while True:  # without those that were chosen before, until nothing is left in common
+            context.set_ciphers(":".join(sorted(names - found)) + ":@SECLEVEL=0")
+            try:
+                with socket.create_connection((relay.host, relay.port), LIMIT) as plain:
+                    with context.wrap_socket(plain) as line:
+                        found.add(line.cipher()[0])
+            except ssl.SSLError:
+                return found
+
+    def check(self, relay, kind):
+        self.assertEqual(self.accepted(relay), {
+            f"ECDHE-{kind}-{cipher}" for cipher in ("AES128-GCM-SHA256", "AES256-GCM-SHA384",
+                                                    "CHACHA20-POLY1305")})
+
+    def test_the_relays_own_certificate(self):
+        with Relay() as relay:
+            self.check(relay, "ECDSA")
+
+    def test_an_rsa_certificate(self):
+        with tempfile.TemporaryDirectory() as folder:
+            key, cert = os.path.join(folder, "key.pem"), os.path.join(folder, "cert.pem")
+            subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-subj",
+                            "/CN=relay", "-days", "30", "-keyout", key, "-out", cert],
+                           check=True, capture_output=True, timeout=LIMIT)
+            with Relay("--cert", cert, "--key", key) as relay:
+                self.check(relay, "RSA")
 
 
 class Reload(RelayTest):
