@@ -1,15 +1,28 @@
 #include "Options.h"
 
 #include "address.h"
+#include "messages.h"
 #include "settings.h"
 
+#include <algorithm>
 #include <fstream>
+#include <utility>
 
 namespace relay {
 
 namespace {
 
 constexpr std::string_view CONFIG_VARIABLE = "VORK2D_RELAY_CONFIG";
+constexpr std::string_view VARIABLE_PREFIX = "VORK2D_RELAY_";
+constexpr std::size_t MAX_CONFIG = 64 << 10;  ///< bytes of a file: many times all settings
+
+using Faults = std::vector<std::string>;
+
+void add(Faults& faults, std::string fault) {
+    if (!fault.empty()) {
+        faults.push_back(std::move(fault));
+    }
+}
 
 std::string_view trimmed(std::string_view text) noexcept {
     constexpr std::string_view BLANK = " \t\r";
@@ -22,8 +35,7 @@ std::string_view trimmed(std::string_view text) noexcept {
 
 std::string assign(Options& options, std::string_view key, std::string_view value) {
     const Setting* setting = find_setting(key);
-    return setting ? setting->assign(options, value)
-                   : "unknown setting \"" + std::string(key) + "\"";
+    return setting ? setting->assign(options, value) : "unknown setting " + json_string(key);
 }
 
 /// A # inside a word, as in a path, begins no comment.
@@ -48,28 +60,45 @@ std::string read_line(std::string_view line, Options& options) {
     return assign(options, trimmed(line.substr(0, mark)), trimmed(line.substr(mark + 1)));
 }
 
-std::string read_config_file(const std::string& path, Options& options) {
+Faults read_config_file(const std::string& path, Options& options) {
     std::ifstream file(path);
-    std::string text;
-    for (char part[4096]; file.read(part, sizeof part) || file.gcount() > 0;) {
-        text.append(part, static_cast<std::size_t>(file.gcount()));
-    }
+    std::string text(MAX_CONFIG + 1, '\0');
+    file.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<std::size_t>(file.gcount()));
     if (!file.is_open() || file.bad()) {
-        return "can not read " + path;
+        return {"can not read " + path};
     }
-    const std::string fault = read_config(text, options);
-    return fault.empty() ? fault : path + ": " + fault;
+    if (text.size() > MAX_CONFIG) {
+        return {path + " is longer than " + std::to_string(MAX_CONFIG) + " bytes"};
+    }
+    Faults faults = read_config(text, options);
+    for (std::string& fault : faults) {
+        fault = path + ": " + fault;
+    }
+    return faults;
 }
 
-std::string read_environment(const Environment& environment, Options& options) {
+void read_environment(const Environment& environment, Options& options, Faults& faults) {
     for (const Setting& setting : settings()) {
         if (const auto value = environment(setting.variable())) {
-            if (std::string fault = setting.assign(options, *value); !fault.empty()) {
-                return setting.variable() + ": " + fault;
+            if (const std::string fault = setting.assign(options, *value); !fault.empty()) {
+                faults.push_back(setting.variable() + ": " + fault);
             }
         }
     }
-    return {};
+}
+
+std::vector<std::string> unknown_variables(const Environment& environment) {
+    std::vector<std::string> names;
+    for (const auto& variable : environment.variables) {
+        const std::string& name = variable.first;
+        const bool flagOurs = std::ranges::any_of(
+            settings(), [&name](const Setting& setting) { return setting.variable() == name; });
+        if (name.starts_with(VARIABLE_PREFIX) && !flagOurs && name != CONFIG_VARIABLE) {
+            names.push_back(name);
+        }
+    }
+    return names;
 }
 
 /// The command line cut into its words; it is read last, for it is the strongest.
@@ -77,7 +106,7 @@ struct Words {
     std::vector<std::pair<std::string, std::string>> values;
     std::optional<std::string> config;
     Action action = Action::RUN;
-    std::string fault;
+    Faults faults;
 };
 
 std::optional<Action> action_of(std::string_view word) noexcept {
@@ -95,19 +124,19 @@ std::optional<Action> action_of(std::string_view word) noexcept {
 
 Words split(const std::vector<std::string>& arguments) {
     Words words;
-    for (std::size_t i = 0; i < arguments.size() && words.fault.empty(); ++i) {
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& word = arguments[i];
         const std::size_t mark = word.find('=');
         if (const auto action = action_of(word)) {
             words.action = *action;
         } else if (!word.starts_with("--")) {
-            words.fault = "\"" + word + "\" is no option";
+            words.faults.push_back(json_string(word) + " is no option");
         } else if (mark != std::string::npos) {
             words.values.emplace_back(word.substr(2, mark - 2), word.substr(mark + 1));
         } else if (i + 1 < arguments.size()) {
             words.values.emplace_back(word.substr(2), arguments[++i]);
         } else {
-            words.fault = word + " needs a value";
+            words.faults.push_back(word + " needs a value");
         }
     }
     std::erase_if(words.values, [&words](const auto& item) {
@@ -131,49 +160,53 @@ std::string default_state_dir(const Environment& environment) {
     return environment("HOME").value_or("") + "/.local/state" + NAME;
 }
 
-/// Limits that can not hold together, or an empty text. A share of one address above the whole is
-/// none: it is never met, and who lowers the whole need not know of it.
-std::string contradiction_in(const Limits& limits) {
+/// Limits that can not hold together. A share of one address above the whole is none: it is never
+/// met, and who lowers the whole need not know of it.
+void add_contradictions(const Limits& limits, Faults& faults) {
     if (limits.silence <= limits.ping) {
-        return "silence-seconds has to be more than ping-seconds";
+        faults.emplace_back("silence-seconds has to be more than ping-seconds");
     }
     if (limits.queuedOutput < limits.frameSize) {
-        return "queued-output has to be at least frame-size";
+        faults.emplace_back("queued-output has to be at least frame-size");
     }
     if (limits.bytesPerSecond * limits.burstSeconds < limits.frameSize) {
-        return "bytes-per-second times burst-seconds has to be at least frame-size";
+        faults.emplace_back("bytes-per-second times burst-seconds has to be at least frame-size");
     }
-    return {};
 }
 
-std::string fault_of(const Options& options) {
-    if (options.cert.empty() != options.key.empty()) {
-        return "cert and key belong together: give both or none";
+void add_address_faults(const Options& options, Faults& faults) {
+    if (options.listen.empty()) {
+        faults.emplace_back("listen needs a HOST:PORT");
     }
     for (const std::string& address : {options.listen, options.status}) {
         if (!address.empty() && !split_host_port(address)) {
-            return "\"" + address + "\" is no HOST:PORT";
+            faults.push_back(json_string(address) + " is no HOST:PORT");
         }
     }
-    if (options.listen.empty()) {
-        return "listen needs a HOST:PORT";
-    }
-    return contradiction_in(options.limits);
 }
 
-std::string read_all(const Words& words, const Environment& environment, Options& options) {
+void read_all(const Words& words, const Environment& environment, Options& options,
+              Faults& faults) {
     std::optional<std::string> config = words.config;
     if (!config) {
         config = environment(std::string(CONFIG_VARIABLE));
     }
-    std::string fault = config ? read_config_file(*config, options) : "";
-    if (fault.empty()) {
-        fault = read_environment(environment, options);
+    if (config) {
+        faults = read_config_file(*config, options);
     }
-    for (std::size_t i = 0; i < words.values.size() && fault.empty(); ++i) {
-        fault = assign(options, words.values[i].first, words.values[i].second);
+    read_environment(environment, options, faults);
+    faults.insert(faults.end(), words.faults.begin(), words.faults.end());
+    for (const auto& [key, value] : words.values) {
+        add(faults, assign(options, key, value));
     }
-    return fault.empty() ? fault_of(options) : fault;
+    // A default in the place of what could not be read would contradict what was.
+    if (faults.empty()) {
+        add_contradictions(options.limits, faults);
+    }
+    if (options.cert.empty() != options.key.empty()) {
+        faults.emplace_back("cert and key belong together: give both or none");
+    }
+    add_address_faults(options, faults);
 }
 
 }  // namespace
@@ -191,29 +224,34 @@ CommandLine read_command_line(const std::vector<std::string>& arguments,
     result.options.stateDir = default_state_dir(environment);
     const Words words = split(arguments);
     result.action = words.action;
-    result.fault = words.fault;
-    if (result.fault.empty() && words.action != Action::HELP && words.action != Action::VERSION) {
-        result.fault = read_all(words, environment, result.options);
+    if (words.action == Action::HELP || words.action == Action::VERSION) {
+        result.faults = words.faults;
+        return result;
     }
+    read_all(words, environment, result.options, result.faults);
+    result.unknownVariables = unknown_variables(environment);
     return result;
 }
 
-std::string read_config(std::string_view text, Options& options) {
+std::vector<std::string> read_config(std::string_view text, Options& options) {
+    Faults faults;
     for (std::size_t number = 1; !text.empty(); ++number) {
         const std::size_t end = text.find('\n');
         if (const std::string fault = read_line(text.substr(0, end), options); !fault.empty()) {
-            return "line " + std::to_string(number) + ": " + fault;
+            faults.push_back("line " + std::to_string(number) + ": " + fault);
         }
         text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
     }
-    return {};
+    return faults;
 }
 
 std::string to_config(const Options& options) {
     std::string text;
     for (const Setting& setting : settings()) {
+        const std::string value = setting.value(options);
         text += "# " + std::string(setting.help) + "\n";
-        text += std::string(setting.key) + " = " + setting.value(options) + "\n";
+        // Behind a blank a # would begin a comment.
+        text += std::string(setting.key) + (value.starts_with('#') ? " =" : " = ") + value + "\n";
     }
     return text;
 }
@@ -226,12 +264,14 @@ std::string help_text() {
         "Without options it serves this machine, with a certificate that it makes itself.\n"
         "\n"
         "  --config FILE     lines \"key = value\", keys as the options below without dashes\n"
-        "  --check-config    say what is wrong with the settings, and end\n"
+        "  --check-config    say all that is wrong with the settings, and end\n"
         "  --print-config    print the settings as a configuration file, and end\n"
         "  --help, --version\n"
         "\n"
         "An option wins over its environment variable, and that over the file. --frame-size is\n"
-        "VORK2D_RELAY_FRAME_SIZE in the environment; --config is VORK2D_RELAY_CONFIG.\n"
+        "VORK2D_RELAY_FRAME_SIZE in the environment; --config is VORK2D_RELAY_CONFIG. A "
+        "misspelled\n"
+        "variable of that kind is warned of, and refused by --check-config.\n"
         "\n";
     const Options defaults;
     for (const Setting& setting : settings()) {

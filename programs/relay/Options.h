@@ -5,7 +5,7 @@
 #include "Certificate.h"
 #include "Limits.h"
 
-#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -30,19 +30,30 @@ enum class Action { RUN, CHECK_CONFIG, PRINT_CONFIG, HELP, VERSION };
 struct CommandLine {
     Options options;
     Action action = Action::RUN;
-    std::string fault;  ///< what is wrong, in one line; empty if nothing is
+    std::vector<std::string> faults;  ///< all that is wrong, each in one line
+    /// Variables named like ours that are none: misspelled, or set by something else that uses our
+    /// name, as containers do for a service. A check refuses them, a start only warns.
+    std::vector<std::string> unknownVariables;
 };
 
-/// The value of an environment variable, nothing if it is not set.
-using Environment = std::function<std::optional<std::string>(const std::string& name)>;
+/// The environment's variables by name.
+struct Environment {
+    std::map<std::string, std::string> variables;
+
+    /// Nothing if it is not set.
+    [[nodiscard]] std::optional<std::string> operator()(const std::string& name) const {
+        const auto found = variables.find(name);
+        return found == variables.end() ? std::nullopt : std::optional(found->second);
+    }
+};
 
 /// `arguments` without the program's name. Reads the configuration file if one is named.
 [[nodiscard]] CommandLine read_command_line(const std::vector<std::string>& arguments,
                                             const Environment& environment);
 
 /// The text of a configuration file: lines "key = value"; a # at the begin of a line or behind a
-/// blank begins a comment. What is wrong, or empty.
-[[nodiscard]] std::string read_config(std::string_view text, Options& options);
+/// blank begins a comment. What is wrong, one fault for each bad line; the good ones count.
+[[nodiscard]] std::vector<std::string> read_config(std::string_view text, Options& options);
 
 /// Every key with its value, as a configuration file.
 [[nodiscard]] std::string to_config(const Options& options);

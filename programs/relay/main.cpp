@@ -18,51 +18,73 @@ namespace {
 
 constexpr int EXIT_USAGE = 2;
 
-std::optional<std::string> environment(const std::string& name) {
-    const char* value = std::getenv(name.c_str());
-    return value ? std::optional<std::string>(value) : std::nullopt;
+relay::Environment read_environment() {
+    relay::Environment environment;
+    for (char** entry = environ; *entry != nullptr; ++entry) {
+        const std::string_view text = *entry;
+        const std::size_t mark = text.find('=');
+        if (mark != std::string_view::npos) {
+            environment.variables.emplace(text.substr(0, mark), text.substr(mark + 1));
+        }
+    }
+    return environment;
 }
 
-int fail(const std::string& fault) {
-    std::fprintf(stderr, "vork2d-relay: %s\n", fault.c_str());
+int fail(const std::vector<std::string>& faults) {
+    for (const std::string& fault : faults) {
+        std::fprintf(stderr, "vork2d-relay: %s\n", fault.c_str());
+    }
     return EXIT_USAGE;
 }
 
-/// What would end the relay at its start, as far as can be told without starting it.
-std::string start_fault(const relay::Options& options) {
-    std::string fault;
-    static_cast<void>(relay::resolve(options.listen, fault));
-    if (fault.empty() && !options.status.empty()) {
-        static_cast<void>(relay::resolve_loopback(options.status, fault));
+/// All that would end the relay at its start, as far as can be told without starting it, and what
+/// a host can not have meant.
+std::vector<std::string> start_faults(const relay::CommandLine& line) {
+    std::vector<std::string> faults;
+    for (const std::string& name : line.unknownVariables) {
+        faults.push_back("the variable " + name + " is no setting");
     }
-    if (!fault.empty()) {
-        return fault;
+    const relay::Options& options = line.options;
+    std::string listen;
+    std::string status;
+    static_cast<void>(relay::resolve(options.listen, listen));
+    if (!options.status.empty()) {
+        static_cast<void>(relay::resolve_loopback(options.status, status));
     }
-    return relay::TlsContext::check(options.certificate_files());
+    for (const std::string& fault :
+         {listen, status, relay::TlsContext::check(options.certificate_files())}) {
+        if (!fault.empty()) {
+            faults.push_back(fault);
+        }
+    }
+    return faults;
 }
 
-int check(const relay::Options& options) {
-    if (const std::string fault = start_fault(options); !fault.empty()) {
-        return fail(fault);
+int check(const relay::CommandLine& line) {
+    if (const std::vector<std::string> faults = start_faults(line); !faults.empty()) {
+        return fail(faults);
     }
-    std::puts(options.cert.empty() ? "The settings are good."
-                                   : "The settings are good, and so is the certificate.");
+    std::puts(line.options.cert.empty() ? "The settings are good."
+                                        : "The settings are good, and so is the certificate.");
     return EXIT_SUCCESS;
 }
 
-int serve(const relay::Options& options) {
+int serve(const relay::CommandLine& line, const relay::Environment& environment) {
     // A log that can not be written, for want of a reader or of room, ends nothing.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     relay::raise_descriptor_limit();
     relay::LogWriter writer(STDOUT_FILENO);
-    const relay::Log log([&writer](std::string_view line) { writer.write(line); });
+    const relay::Log log([&writer](std::string_view text) { writer.write(text); });
     const relay::ServiceManager manager(environment);
-    relay::Server server(options, log, manager);
+    relay::Server server(line.options, log, manager);
     if (const std::string fault = server.start(); !fault.empty()) {
-        return fail(fault);
+        return fail({fault});
     }
     writer.write(server.reach());
+    for (const std::string& name : line.unknownVariables) {
+        log.event("unknown_variable", {{"name", name}});
+    }
     server.run();
     return EXIT_SUCCESS;
 }
@@ -71,10 +93,11 @@ int serve(const relay::Options& options) {
 
 int main(int count, char** values) {
     relay::hold_standard_descriptors();
-    const relay::CommandLine line =
-        relay::read_command_line({values + 1, values + count}, environment);
-    if (!line.fault.empty()) {
-        return fail(line.fault + " (see --help)");
+    const relay::Environment environment = read_environment();
+    relay::CommandLine line = relay::read_command_line({values + 1, values + count}, environment);
+    if (!line.faults.empty()) {
+        line.faults.back() += " (see --help)";
+        return fail(line.faults);
     }
     switch (line.action) {
         case relay::Action::HELP:
@@ -87,9 +110,9 @@ int main(int count, char** values) {
             std::fputs(relay::to_config(line.options).c_str(), stdout);
             return EXIT_SUCCESS;
         case relay::Action::CHECK_CONFIG:
-            return check(line.options);
+            return check(line);
         case relay::Action::RUN:
-            return serve(line.options);
+            return serve(line, environment);
     }
     return EXIT_USAGE;
 }

@@ -17,11 +17,10 @@ using relay::CommandLine;
 using Variables = std::map<std::string, std::string>;
 
 CommandLine read(const std::vector<std::string>& arguments, const Variables& variables = {}) {
-    return relay::read_command_line(arguments, [&variables](const std::string& name) {
-        const auto found = variables.find(name);
-        return found == variables.end() ? std::nullopt : std::optional(found->second);
-    });
+    return relay::read_command_line(arguments, {variables});
 }
+
+const std::vector<std::string> NONE;
 
 /// A configuration file for one test.
 class ConfigFile {
@@ -40,7 +39,7 @@ public:
 
 TEST(Options, without_anything_it_serves_this_machine) {
     const CommandLine line = read({}, {{"HOME", "/home/odo"}});
-    EXPECT_EQ(line.fault, "");
+    EXPECT_EQ(line.faults, NONE);
     EXPECT_EQ(line.action, Action::RUN);
     EXPECT_EQ(line.options.listen, "127.0.0.1:8888");
     EXPECT_EQ(line.options.status, "");
@@ -72,7 +71,7 @@ TEST(Options, an_option_wins_over_the_environment_and_that_over_the_file) {
                                  {"VORK2D_RELAY_CHAT_BURST", "2"},
                                  {"VORK2D_RELAY_FRAME_SIZE", "4096"}};
     const CommandLine line = read({"--frame-size", "8192"}, variables);
-    EXPECT_EQ(line.fault, "");
+    EXPECT_EQ(line.faults, NONE);
     EXPECT_EQ(line.options.limits.chatLength, 1U);
     EXPECT_EQ(line.options.limits.chatBurst, 2U);
     EXPECT_EQ(line.options.limits.frameSize, 8192U);
@@ -126,7 +125,8 @@ TEST(Options, what_is_wrong_is_told) {
         {{"--config", "/"}, "can not read /"},
     };
     for (const FaultRow& row : rows) {
-        EXPECT_EQ(read(row.arguments).fault, row.fault) << row.arguments[0];
+        EXPECT_EQ(read(row.arguments).faults, std::vector<std::string>{row.fault})
+            << row.arguments[0];
     }
 }
 
@@ -137,33 +137,34 @@ TEST(Options, limits_that_just_hold_together_are_good) {
                                              {"--bytes-per-second", "4096"},
                                              {"--ping-seconds", "29"}};
     for (const std::vector<std::string>& row : rows) {
-        EXPECT_EQ(read(row).fault, "") << row[0];
+        EXPECT_EQ(read(row).faults, NONE) << row[0];
     }
 }
 
 TEST(Options, a_wrong_variable_is_told_by_its_name) {
-    EXPECT_EQ(read({}, {{"VORK2D_RELAY_CHAT_BURST", "x"}}).fault,
-              "VORK2D_RELAY_CHAT_BURST: chat-burst takes a whole number from 1 to 1000000");
+    EXPECT_EQ(read({}, {{"VORK2D_RELAY_CHAT_BURST", "x"}}).faults,
+              std::vector<std::string>{
+                  "VORK2D_RELAY_CHAT_BURST: chat-burst takes a whole number from 1 to 1000000"});
 }
 
 TEST(Options, a_file_has_comments_blank_lines_and_blanks) {
     relay::Options options;
     EXPECT_EQ(relay::read_config("# all\n\n  chat-length=7 # few\r\n\tlisten =  a:1\t\n", options),
-              "");
+              NONE);
     EXPECT_EQ(options.limits.chatLength, 7U);
     EXPECT_EQ(options.listen, "a:1");
 }
 
 TEST(Options, a_hash_inside_a_word_begins_no_comment) {
     relay::Options options;
-    EXPECT_EQ(relay::read_config("cert = /etc/a#1.pem\t# mine\nkey=k##2 #\n#key=x", options), "");
+    EXPECT_EQ(relay::read_config("cert = /etc/a#1.pem\t# mine\nkey=k##2 #\n#key=x", options), NONE);
     EXPECT_EQ(options.cert, "/etc/a#1.pem");
     EXPECT_EQ(options.key, "k##2");
 }
 
 TEST(Options, an_empty_file_changes_nothing) {
     const ConfigFile file("");
-    EXPECT_EQ(read({"--config", file.path}).fault, "");
+    EXPECT_EQ(read({"--config", file.path}).faults, NONE);
 }
 
 struct FileRow {
@@ -179,19 +180,58 @@ TEST(Options, a_wrong_line_is_told_by_its_number) {
     };
     for (const FileRow& row : rows) {
         relay::Options options;
-        EXPECT_EQ(relay::read_config(row.text, options), row.fault);
+        EXPECT_EQ(relay::read_config(row.text, options), std::vector<std::string>{row.fault});
     }
+}
+
+TEST(Options, all_faults_are_told_in_their_order) {
+    const ConfigFile file("colour = red\nframe-size = 2048\nchat-burst = x\n");
+    EXPECT_EQ(
+        read({"--config", file.path, "here", "--ping-seconds=0", "--cert", "a", "--status=x"},
+             {{"VORK2D_RELAY_CHAT_LENGTH", "x"}})
+            .faults,
+        (std::vector<std::string>{
+            file.path.string() + ": line 1: unknown setting \"colour\"",
+            file.path.string() + ": line 3: chat-burst takes a whole number from 1 to 1000000",
+            "VORK2D_RELAY_CHAT_LENGTH: chat-length takes a whole number from 1 to 1000000",
+            "\"here\" is no option", "ping-seconds takes a whole number from 1 to 86400",
+            "cert and key belong together: give both or none", "\"x\" is no HOST:PORT"}));
+}
+
+TEST(Options, limits_are_compared_only_when_all_could_be_read) {
+    EXPECT_EQ(read({"--ping-seconds", "40", "--silence-seconds", "x"}).faults,
+              std::vector<std::string>{"silence-seconds takes a whole number from 1 to 86400"});
+}
+
+TEST(Options, a_file_without_end_is_told) {
+    EXPECT_EQ(read({"--config", "/dev/zero"}).faults,
+              std::vector<std::string>{"/dev/zero is longer than 65536 bytes"});
+}
+
+TEST(Options, a_fault_is_one_line_whatever_is_wrong) {
+    EXPECT_EQ(read({"--a\nb", "x"}).faults,
+              std::vector<std::string>{R"(unknown setting "a\u000ab")"});
+}
+
+TEST(Options, a_misspelled_variable_is_told_by_its_name) {
+    const CommandLine line = read({}, {{"VORK2D_RELAY_FRAMESIZE", "1"},
+                                       {"VORK2D_RELAY_FRAME_SIZE", "2048"},
+                                       {"VORK2D_RELAY_CONFIG", "/dev/null"},
+                                       {"VORK2D_SERVER", "x"}});
+    EXPECT_EQ(line.faults, NONE);
+    EXPECT_EQ(line.unknownVariables, std::vector<std::string>{"VORK2D_RELAY_FRAMESIZE"});
 }
 
 TEST(Options, what_is_printed_reads_back_the_same) {
     relay::Options options;
     options.listen = "[::]:443";
     options.cert = "/etc/cert#1.pem";
+    options.key = "#1";
     options.limits.frameSize = 5000;
     options.limits.ping = std::chrono::seconds(7);
     const std::string text = relay::to_config(options);
     relay::Options back;
-    EXPECT_EQ(relay::read_config(text, back), "");
+    EXPECT_EQ(relay::read_config(text, back), NONE);
     EXPECT_EQ(relay::to_config(back), text);
 }
 

@@ -42,10 +42,7 @@ private:
 };
 
 relay::Environment environment(std::map<std::string, std::string> values) {
-    return [values = std::move(values)](const std::string& name) {
-        const auto found = values.find(name);
-        return found == values.end() ? std::nullopt : std::optional(found->second);
-    };
+    return {std::move(values)};
 }
 
 TEST(ServiceManager, hears_what_it_is_told_at_a_path_and_at_a_name) {

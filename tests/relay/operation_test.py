@@ -55,6 +55,22 @@ class CommandLine(unittest.TestCase):
             status, text = run("--check-config", option, value)
             self.assertEqual((status, fault in text), (2, True), text)
 
+    def test_check_config_tells_all_that_is_wrong(self):
+        with tempfile.NamedTemporaryFile("w", suffix=".conf") as config:
+            config.write("colour = red\nchat-length = x\n")
+            config.flush()
+            status, text = run("--check-config", "--config", config.name)
+        self.assertEqual((status, text.count("vork2d-relay: ")), (2, 2), text)
+        status, text = run("--check-config", "--listen", "nowhere.invalid:1", "--status",
+                           "0.0.0.0:1", "--state-dir", "/proc/nope",
+                           environment={"VORK2D_RELAY_FRAMESIZE": "1"})
+        self.assertEqual((status, text.count("vork2d-relay: ")), (2, 4), text)
+        self.assertIn("the variable VORK2D_RELAY_FRAMESIZE is no setting", text)
+
+    def test_a_misspelled_variable_is_warned_of_at_a_start(self):
+        with Relay(environment={"VORK2D_RELAY_FRAMESIZE": "1"}) as relay:
+            relay.wait_for_line('unknown_variable name="VORK2D_RELAY_FRAMESIZE"$')
+
     def test_print_config_shows_what_counts(self):
         with tempfile.NamedTemporaryFile("w", suffix=".conf") as config:
             config.write("chat-length = 1\nchat-burst = 1\nframe-size = 2048\n")
