@@ -9,6 +9,7 @@ by itself after MAX_COUNT or MAX_SECONDS.
 
 import collections
 import contextlib
+import resource
 import socket
 import ssl
 import subprocess
@@ -62,7 +63,8 @@ class Flood:
     def __exit__(self, *_):
         self._process.stdin.close()
         self._process.stdout.close()
-        self._process.wait()
+        status = self._process.wait()
+        assert status == 0, status
 
 
 def _connect(target, address):
@@ -85,6 +87,8 @@ def _finish_tls(line):
 
 def _main(host, port, form, row, addresses):
     said, flag_tls = FORMS[form]
+    most = resource.getrlimit(resource.RLIMIT_NOFILE)[1]
+    resource.setrlimit(resource.RLIMIT_NOFILE, (most, most))
     stop = threading.Event()
     threading.Thread(target=lambda: (sys.stdin.read(), stop.set()), daemon=True).start()
     until = time.monotonic() + MAX_SECONDS
