@@ -8,6 +8,13 @@
 
 namespace relay {
 
+namespace {
+
+// A check that comes so much later than it was due was kept from coming.
+constexpr std::chrono::seconds STANDSTILL{1};
+
+}  // namespace
+
 Session* Group::find(std::string_view memberName) const noexcept {
     for (Session* member : members) {
         if (member && member->name == memberName) {
@@ -209,7 +216,14 @@ void Hub::check(Session& session, TimePoint now) {
     }
     if (session.waitsFor) {
         check_waiting(session, now);
-    } else if (!session.is_member()) {
+        return;
+    }
+    if (now > next_check(session) + STANDSTILL) {
+        // The relay stood still: what was said meanwhile is not read yet, and nobody was asked.
+        session.tmEntered = now;
+        session.tmHeard = std::max(session.tmHeard, now - limits_.ping);
+    }
+    if (!session.is_member()) {
         if (now >= session.tmEntered + limits_.login) {
             refuse(session, Reason::LOGIN_TIMEOUT);
         }

@@ -305,9 +305,11 @@ TEST_F(Hub, pieces_of_a_frame_count_as_frames) {
 }
 
 TEST_F(Hub, pieces_of_a_frame_are_no_sign_of_life) {
-    pass(seconds(30));
-    hub.on_part(a->session, now);
-    hub.check(a->session, now);
+    for (int i = 0; i < 2; ++i) {
+        pass(seconds(15));
+        hub.on_part(a->session, now);
+        hub.check(a->session, now);
+    }
     EXPECT_EQ(a->closed, closed(Reason::SILENT));
 }
 
@@ -325,13 +327,38 @@ TEST_F(Hub, a_ping_goes_out_every_15_seconds) {
 }
 
 TEST_F(Hub, a_client_that_is_silent_for_30_seconds_is_closed_and_its_friend_hears_bye) {
-    pass(milliseconds(29999));
+    pass(seconds(15));
+    hub.check(a->session, now);
+    pass(milliseconds(14999));
     hub.check(a->session, now);
     EXPECT_EQ(a->closed, "");
     pass(milliseconds(1));
     hub.check(a->session, now);
     EXPECT_EQ(a->closed, closed(Reason::SILENT));
     EXPECT_EQ(b->take(), Texts{relay::chat_message("bye", "g:a", "g:b", "has left.")});
+}
+
+TEST_F(Hub, who_could_not_be_heard_while_the_relay_stood_still_is_asked_again) {
+    pass(seconds(14));
+    hub.on_control(a->session, now);
+    pass(seconds(40));
+    hub.check(a->session, now);
+    EXPECT_EQ(a->closed, "");
+    EXPECT_EQ(a->take(), Texts{relay::ping_message("g:a")});
+    EXPECT_EQ(hub.next_check(a->session), now + seconds(15));
+    pass(seconds(15));
+    hub.check(a->session, now);
+    EXPECT_EQ(a->closed, closed(Reason::SILENT));
+}
+
+TEST_F(Hub, who_could_not_log_in_while_the_relay_stood_still_gets_his_time_again) {
+    const auto late = connect();
+    pass(seconds(40));
+    hub.check(late->session, now);
+    EXPECT_EQ(late->closed, "");
+    pass(seconds(10));
+    hub.check(late->session, now);
+    EXPECT_EQ(late->closed, closed(Reason::LOGIN_TIMEOUT));
 }
 
 TEST_F(Hub, any_frame_is_a_sign_of_life) {

@@ -17,7 +17,7 @@ import urllib.error
 import urllib.request
 
 from relay_program import (LIMIT, PROGRAM, Relay, RelayTest, client_context, login, message,
-                           receive_until_closed)
+                           receive, receive_until_closed)
 from violations_test import Line, request
 
 
@@ -348,6 +348,20 @@ class Log(RelayTest):
                              b"Sec-WebSocket-Version: 13\r\n\r\n")
                 self.relay.wait_for_line('refused reason="bad_request" detail=".+" '
                                          'address="127.0.0.1"')
+
+
+class Standstill(RelayTest):
+    options = ("--ping-seconds", "1", "--silence-seconds", "2")
+
+    async def test_idle_players_stay_when_the_relay_itself_was_stopped(self):
+        pair = await self.relay.pair("g")
+        self.relay.process.send_signal(signal.SIGSTOP)
+        await asyncio.sleep(4)  # twice the silence that a player is let go for
+        self.relay.process.send_signal(signal.SIGCONT)
+        for _ in range(3):
+            for name, client in zip(("g:a", "g:b"), pair):
+                self.assertEqual((await receive(client))["type"], "PING")
+                await client.send(message("PONG", name, "+"))
 
 
 if __name__ == "__main__":
