@@ -23,9 +23,11 @@ constexpr std::size_t KEPT_INPUT = 2048;
 
 constexpr std::size_t DISCARDED_AT_ONCE = 2048;
 
+/// Of the WebSocket, or of what TLS may say beside the data.
 bool is_violation(const error_code& ec) noexcept {
     const error_code closed = websocket::error::closed;
-    return ec.category() == closed.category() && ec != closed;
+    return ec == boost::system::errc::protocol_error ||
+           (ec.category() == closed.category() && ec != closed);
 }
 
 std::string text_header(std::size_t size) {
@@ -131,8 +133,12 @@ void Connection::on_control() {
 
 void Connection::on_bytes(std::size_t count) {
     shared_.metrics.bytesReceived += count;
+    const TimePoint now = Clock::now();
     if (phase_ == Phase::OPEN) {
-        shared_.hub.on_bytes(session_, count, Clock::now());
+        shared_.hub.on_bytes(session_, count, now);
+    } else if (phase_ == Phase::HANDSHAKE &&
+               !session_.bytes.take(static_cast<double>(count), now)) {
+        fail_handshake(Reason::BYTE_RATE);
     }
 }
 

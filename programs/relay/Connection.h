@@ -26,6 +26,7 @@ struct Shared {
     const Limits& limits;
     Hub& hub;
     Deadlines& deadlines;
+    OneByOne& turns;  ///< of the steps of handshakes
     Metrics& metrics;
     const Log& log;
     std::function<void(class Connection&)> onHandshakeOver;
@@ -80,7 +81,7 @@ private:
     void on_request(error_code ec);
     void accept();
     void on_open(error_code ec);
-    void fail_handshake();
+    void fail_handshake(Reason reason);
     void on_handshake_deadline();
     void answer(Reason reason, boost::beast::http::status status, std::string_view text);
 

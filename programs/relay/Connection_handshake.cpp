@@ -34,18 +34,18 @@ void Connection::start() {
     socket_.control_callback(
         [this](websocket::frame_type, boost::beast::string_view) { on_control(); });
     shared_.deadlines.set(*this, Clock::now() + shared_.limits.handshake);
-    tls().async_handshake([self = shared_from_this()](error_code ec) {
+    tls().async_handshake(shared_.turns, [self = shared_from_this()](error_code ec) {
         if (ec) {
-            self->fail_handshake();
+            self->fail_handshake(Reason::HANDSHAKE_FAILED);
         } else {
             self->read_request();
         }
     });
 }
 
-void Connection::fail_handshake() {
+void Connection::fail_handshake(Reason reason) {
     if (phase_ == Phase::HANDSHAKE) {
-        shared_.onDrop(Reason::HANDSHAKE_FAILED, session_.address);
+        shared_.onDrop(reason, session_.address);
         end();
     }
 }
@@ -57,8 +57,7 @@ void Connection::on_handshake_deadline() {
         answer(REASON, http::status::request_timeout, "The handshake took too long.\n");
         return;
     }
-    shared_.onDrop(REASON, session_.address);
-    end();
+    fail_handshake(REASON);
 }
 
 void Connection::read_request() {
@@ -77,7 +76,7 @@ void Connection::on_request(error_code ec) {
         return;
     }
     if (ec && ec.category() != http::make_error_code(http::error::bad_method).category()) {
-        fail_handshake();
+        fail_handshake(Reason::HANDSHAKE_FAILED);
         return;
     }
     constexpr Reason REASON = Reason::BAD_REQUEST;

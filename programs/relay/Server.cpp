@@ -15,7 +15,8 @@ namespace relay {
 namespace {
 
 constexpr std::chrono::milliseconds ACCEPT_PAUSE{100};
-constexpr std::chrono::milliseconds SHUTDOWN_TIME{1500};
+// Of the two seconds that a stop may take, under an attack too.
+constexpr std::chrono::milliseconds SHUTDOWN_TIME{1000};
 // At most one wake-up in this time, which serves all that has come meanwhile: with hundreds of
 // players each message would wake the relay for itself, and a wake-up costs a good part of what
 // forwarding does. After a turn that served one thing there is nothing to gather: two players,
@@ -33,9 +34,11 @@ Server::Server(const Options& options, const Log& log, const ServiceManager& man
       addresses_(options.limits),
       hub_(options.limits, addresses_, metrics_, log),
       deadlines_(context_),
+      turns_(context_),
       shared_{options.limits,
               hub_,
               deadlines_,
+              turns_,
               metrics_,
               log,
               [this](Connection& connection) { on_handshake_over(connection); },

@@ -9,6 +9,7 @@
 #include "Hub.h"
 #include "Log.h"
 #include "Metrics.h"
+#include "OneByOne.h"
 #include "Options.h"
 #include "ServiceManager.h"
 #include "StatusServer.h"
@@ -69,6 +70,7 @@ private:
     // Behind what connections use: those that wait in a handler end with it.
     net::io_context context_{1};
     Deadlines deadlines_;
+    OneByOne turns_;  ///< of the steps of handshakes
     Shared shared_;
     CertificateKeeper certificate_;
     Acceptor acceptor_;

@@ -93,6 +93,8 @@ void configure(SSL_CTX* context) {
     SSL_CTX_set_num_tickets(context, 0);
     SSL_CTX_set_mode(context, SSL_MODE_RELEASE_BUFFERS | SSL_MODE_ENABLE_PARTIAL_WRITE |
                                   SSL_MODE_ACCEPT_MOVING_WRITE_BUFFER);
+    // Or a read goes on for as long as KeyUpdates come, and nobody else is served.
+    SSL_CTX_clear_mode(context, SSL_MODE_AUTO_RETRY);
     SSL_CTX_set_read_ahead(context, 1);
 }
 

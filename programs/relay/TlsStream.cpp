@@ -14,6 +14,11 @@ namespace {
 constexpr std::size_t RECORD = SSL3_RT_MAX_PLAIN_LENGTH;
 // A drained buffer above this goes back to the heap: most connections are idle most of the time.
 constexpr std::size_t KEPT_OUTPUT = 512;
+// Off the wire in one call of OpenSSL, which would go on for as long as records without data come.
+constexpr std::uint64_t INPUT_AT_ONCE = RECORD;
+// A KeyUpdate makes one event, three if it asks for an answer; a renegotiation that is refused one.
+// A good client sends a KeyUpdate once in 2^24 records.
+constexpr int MAX_CHATTER = 24;
 
 }  // namespace
 
@@ -23,6 +28,9 @@ TlsStream::TlsStream(Socket socket, SSL_CTX* context, std::uint64_t& queuedTotal
     socket_.non_blocking(true, ignored);
     SSL_set_fd(ssl_, socket_.native_handle());
     SSL_set_accept_state(ssl_);
+    SSL_set_app_data(ssl_, this);
+    BIO_set_callback_ex(SSL_get_rbio(ssl_), on_bio);
+    BIO_set_callback_arg(SSL_get_rbio(ssl_), reinterpret_cast<char*>(this));
 }
 
 TlsStream::~TlsStream() {
@@ -41,6 +49,9 @@ TlsStream::Step TlsStream::handshake(error_code& ec) {
         return Step::DONE;
     }
     const Step step = step_of(SSL_do_handshake(ssl_), ec);
+    if (step == Step::DONE && !ec) {
+        SSL_set_info_callback(ssl_, on_tls_event);
+    }
     report_input();
     return step;
 }
@@ -53,10 +64,41 @@ TlsStream::Step TlsStream::read(void* data, std::size_t size, std::size_t& count
     if (size == 0) {
         return Step::DONE;
     }
-    const Step step = step_of(SSL_read_ex(ssl_, data, size, &count), ec);
-    inputLeft_ -= std::min(inputLeft_, count);
+    Step step = step_of(SSL_read_ex(ssl_, data, size, &count), ec);
+    bound_chatter(step, ec);
     report_input();
     return step;
+}
+
+/// Tells OpenSSL that there is no more to read when it has had its share; the kernel keeps the
+/// rest.
+long TlsStream::on_bio(BIO* bio, int operation, const char*, std::size_t, int, long, int result,
+                       std::size_t*) {
+    const auto* self = reinterpret_cast<const TlsStream*>(BIO_get_callback_arg(bio));
+    if (operation != BIO_CB_READ || BIO_number_read(bio) - self->inputSeen_ < INPUT_AT_ONCE) {
+        return result;
+    }
+    BIO_set_retry_read(bio);
+    return -1;
+}
+
+// Data makes no event.
+void TlsStream::on_tls_event(const SSL* ssl, int where, int) {
+    if ((where & (SSL_CB_LOOP | SSL_CB_ALERT)) != 0) {
+        auto* self = static_cast<TlsStream*>(SSL_get_app_data(ssl));
+        if (++self->chatter_ > MAX_CHATTER) {
+            // It looks at no record any more.
+            SSL_set_shutdown(self->ssl_, SSL_RECEIVED_SHUTDOWN);
+        }
+    }
+}
+
+void TlsStream::bound_chatter(Step& step, error_code& ec) noexcept {
+    if (chatter_ > MAX_CHATTER) {
+        step = Step::DONE;
+        ec = make_error_code(boost::system::errc::protocol_error);
+        break_off();
+    }
 }
 
 TlsStream::Step TlsStream::step_of(int result, error_code& ec) noexcept {
@@ -94,6 +136,7 @@ void TlsStream::report_input() {
     const std::uint64_t total = BIO_number_read(SSL_get_rbio(ssl_));
     const auto count = static_cast<std::size_t>(total - inputSeen_);
     inputSeen_ = total;
+    inputLeft_ -= std::min(inputLeft_, count);
     if (watcher_ != nullptr && count > 0) {
         watcher_->on_bytes(count);
     }

@@ -4,6 +4,8 @@
 // is done when it is collected.
 #pragma once
 
+#include "OneByOne.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -50,8 +52,9 @@ public:
     /// Collected and not yet taken by the kernel.
     [[nodiscard]] std::size_t queued() const noexcept { return output_.size() - written_; }
 
+    /// Each step of it takes its turn among `turns`, which outlive the stream.
     template <class Token>
-    auto async_handshake(Token&& token);
+    auto async_handshake(OneByOne& turns, Token&& token);
     template <class Buffers, class Token>
     auto async_read_some(const Buffers& buffers, Token&& token);
     template <class Buffers, class Token>
@@ -63,7 +66,8 @@ public:
 
     /// Says no more: what is collected still goes out, then the end of TLS and of the connection.
     void finish();
-    /// Reads at most this much more, so that a client that is on its way out costs little.
+    /// Takes at most about this much more off the wire, so that a client that is on its way out
+    /// costs little.
     void limit_input(std::size_t bytes) noexcept { inputLeft_ = bytes; }
     void close() noexcept;
 
@@ -79,6 +83,10 @@ private:
     Step handshake(error_code& ec);
     Step read(void* data, std::size_t size, std::size_t& count, error_code& ec);
     Step step_of(int result, error_code& ec) noexcept;
+    static long on_bio(BIO* bio, int operation, const char* data, std::size_t size, int, long,
+                       int result, std::size_t* count);
+    static void on_tls_event(const SSL* ssl, int where, int value);
+    void bound_chatter(Step& step, error_code& ec) noexcept;
     template <class Handler>
     void wait(Step step, Handler&& handler);
     void end_turn();
@@ -98,6 +106,7 @@ private:
     std::string output_;
     std::size_t written_ = 0;  ///< of output_
     std::uint64_t inputSeen_ = 0;
+    int chatter_ = 0;  ///< events of TLS since its handshake
     std::size_t inputLeft_ = static_cast<std::size_t>(-1);
     bool flagWaitsForRoom_ = false;
     bool flagFinishing_ = false;

@@ -11,20 +11,32 @@ namespace relay {
 
 struct TlsStream::HandshakeOperation {
     TlsStream& stream;
-    bool flagStarted = false;
+    OneByOne& turns;
+    enum class Next { WAIT, TURN, STEP } next = Next::WAIT;
 
     template <class Self>
     void operator()(Self& self, error_code ec = {}) {
         Step step = Step::NEEDS_INPUT;
-        if (flagStarted && !ec) {
+        if (next == Next::TURN && !ec) {
+            next = Next::STEP;
+            take_turn(self);
+            return;
+        }
+        if (next == Next::STEP) {
             step = stream.handshake(ec);
         }
-        flagStarted = true;
+        next = Next::TURN;
         if (step == Step::DONE || ec) {
             self.complete(ec);
         } else {
             stream.wait(step, std::move(self));
         }
+    }
+
+    // A std::function can be copied; an operation can not.
+    template <class Self>
+    void take_turn(Self& self) {
+        turns.add([kept = std::make_shared<Self>(std::move(self))] { (*kept)(); });
     }
 };
 
@@ -69,8 +81,9 @@ void TlsStream::wait(Step step, Handler&& handler) {
 }
 
 template <class Token>
-auto TlsStream::async_handshake(Token&& token) {
-    return net::async_compose<Token, void(error_code)>(HandshakeOperation{*this}, token, socket_);
+auto TlsStream::async_handshake(OneByOne& turns, Token&& token) {
+    return net::async_compose<Token, void(error_code)>(HandshakeOperation{*this, turns}, token,
+                                                       socket_);
 }
 
 template <class Buffers, class Token>
