@@ -92,7 +92,7 @@ void setPos(benchmark::State& state) {
     for (auto _ : state) {
         glm::vec2 pos = POS;
         benchmark::DoNotOptimize(pos.x);
-        const glm::vec2 back = READ(WRITE(pos));
+        glm::vec2 back = READ(WRITE(pos));
         benchmark::DoNotOptimize(back.x);
         if (back.x != POS.x) {
             state.SkipWithError("the position did not come through");
