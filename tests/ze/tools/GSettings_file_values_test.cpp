@@ -113,7 +113,7 @@ std::vector<Value> values_of_every_kind() {
         {"short", QVariant::fromValue(static_cast<unsigned short>(65535))},
         {"date", date},
         {"time", QTime(1, 2, 3)},
-        {"moment", QDateTime(date, QTime(1, 2, 3), Qt::UTC)},
+        {"moment", QDateTime(date, QTime(1, 2, 3)).toUTC()},
         {"point", QPointF(1, 2)},
         {"size", QSizeF(1, 2)},
         {"rectangle", QRectF(1, 2, 3, 4)},
