@@ -27,7 +27,7 @@ namespace {
 using fuzz::RelayClient;
 
 constexpr int MAX_STEPS = 200;
-constexpr std::size_t MAX_NUMBER = 60000;
+constexpr std::size_t MAX_NUMBER = 60000;      ///< of milliseconds or bytes
 constexpr std::size_t LONGEST_MESSAGE = 4096;  ///< twice what the relay takes
 constexpr const char* ADDRESS = "192.0.2.1";
 constexpr unsigned char TEXT = 0x81;
@@ -216,6 +216,10 @@ private:
         for (const auto& client : clients_) {
             FUZZ_CHECK(!client || client->has_whole_frames());
         }
+        const bool flagAllRead =
+            std::all_of(clients_.begin(), clients_.end(),
+                        [](const auto& client) { return !client || client->is_reading(); });
+        FUZZ_CHECK(!flagAllRead || relay_.queued() == 0);
     }
 
     void end() {

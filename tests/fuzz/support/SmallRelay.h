@@ -12,6 +12,7 @@
 #include "relay/OneByOne.h"
 
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -38,6 +39,8 @@ public:
     /// Aborts where anything is left of a client.
     void check_nobody_is_left(const std::string& address);
 
+    /// Bytes that wait for clients to take them.
+    [[nodiscard]] std::uint64_t queued() const noexcept { return metrics_.queuedBytes; }
     [[nodiscard]] const relay::Limits& limits() const noexcept { return limits_; }
 
 private:
