@@ -57,7 +57,8 @@ std::string open_fault(const CertificateFiles& files) {
 std::string folder_fault(const fs::path& folder) {
     std::error_code ec;
     std::vector<fs::path> missing;
-    for (fs::path part = folder; !part.empty() && !fs::exists(part, ec);
+    // A link that leads nowhere is there all the same, and not ours to remove.
+    for (fs::path part = folder; !part.empty() && !fs::exists(fs::symlink_status(part, ec));
          part = part.parent_path()) {
         missing.push_back(part);
     }
