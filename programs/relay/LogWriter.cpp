@@ -69,6 +69,7 @@ public:
     std::uint64_t write(std::string_view lines) {
         if (flagInsideLine_ && write_some("\n") == 1) {
             flagInsideLine_ = false;
+            last_ = '\n';
         }
         while (!flagInsideLine_ && !lines.empty()) {
             const std::size_t count = write_some(lines);

@@ -14,7 +14,8 @@ namespace relay {
 
 class LogWriter {
 public:
-    /// Bytes that may wait to be written: ten thousand clients that leave at the same time fit.
+    /// Bytes that may wait for the thread: ten thousand clients that leave at the same time fit.
+    /// While the descriptor takes nothing, the thread holds as many again.
     static constexpr std::size_t CAPACITY = 4 << 20;
     /// How long the end waits for a descriptor that takes nothing.
     static constexpr std::chrono::milliseconds END_TIME{300};

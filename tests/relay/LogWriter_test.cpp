@@ -1,6 +1,7 @@
 #include "LogWriter.h"
 
 #include <array>
+#include <atomic>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -197,7 +198,8 @@ TEST_P(LogWriterTo, a_reader_who_is_gone_ends_nothing) {
 class FullDisk {
 public:
     explicit FullDisk(rlim_t bytes) {
-        std::signal(SIGXFSZ, SIG_IGN);
+        refusals_ = 0;
+        std::signal(SIGXFSZ, [](int) { ++refusals_; });
         getrlimit(RLIMIT_FSIZE, &former_);
         const rlimit limit{bytes, former_.rlim_max};
         setrlimit(RLIMIT_FSIZE, &limit);
@@ -209,7 +211,16 @@ public:
     FullDisk(const FullDisk&) = delete;
     FullDisk& operator=(const FullDisk&) = delete;
 
+    /// Waits until so many calls have found no room for a single byte.
+    static void wait_for_refusals(int count) {
+        for (int wait = 0; refusals_ < count && wait < LIMIT_MILLIS; ++wait) {
+            poll(nullptr, 0, 1);
+        }
+        EXPECT_EQ(refusals_, count);
+    }
+
 private:
+    static inline std::atomic<int> refusals_ = 0;
     rlimit former_{};
 };
 
@@ -259,6 +270,27 @@ TEST(LogWriterToFile, what_a_full_disk_refused_is_counted_when_there_is_room_aga
     }
     EXPECT_EQ(whole + lost, COUNT);
     EXPECT_GE(whole, 9);
+    std::filesystem::remove(path);
+}
+
+TEST(LogWriterToFile, a_disk_with_room_for_one_byte_gets_no_blank_line) {
+    const std::string path = temporary_file();
+    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, S_IRUSR);
+    {
+        LogWriter writer(file);
+        for (const rlim_t room : {50, 51}) {  // a part of the first line; its line feed
+            const FullDisk full(room);
+            writer.write(numbered(0));
+            FullDisk::wait_for_refusals(2);  // the line, and that it is lost
+        }
+        writer.write("after");
+    }
+    close(file);
+    const std::vector<std::string> lines = lines_of(path);
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_EQ(lines[0], numbered(0).substr(0, 50));
+    EXPECT_EQ(lines[1], "after");
+    EXPECT_NE(lines[2].find(LOST + "2"), std::string::npos);
     std::filesystem::remove(path);
 }
 
