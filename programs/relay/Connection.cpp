@@ -60,6 +60,7 @@ Connection::Connection(TlsStream::Socket socket, SSL_CTX* context, Shared& share
       session_(*this, std::move(address), shared.limits, Clock::now()),
       socket_(std::move(socket), context, shared.metrics.queuedBytes) {
     socket_.read_message_max(0);  // on_read() counts, so that the client can be told
+    buffer_.max_size(shared.limits.frameSize + 1);
     socket_.set_option(websocket::stream_base::timeout{websocket::stream_base::none(),
                                                        websocket::stream_base::none(), false});
     // Beast would tell its name and version here.

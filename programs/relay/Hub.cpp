@@ -73,7 +73,7 @@ void Hub::on_bad_frame(Session& session, Reason reason, TimePoint now) {
     if (session.flagClosed) {
         return;
     }
-    if (session.is_member()) {
+    if (session.is_member() || session.waitsFor) {
         refuse(session, reason);
     } else {
         log_in(session, nullptr, now);

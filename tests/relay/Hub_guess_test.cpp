@@ -244,11 +244,22 @@ TEST_F(HubGuess, what_a_client_sends_while_it_waits_is_dropped) {
     send(*waiting, login("g:b", "right"));
     send(*waiting, play("g:b", "#"));
     send(*waiting, login("g:c", "other"));
-    hub.on_bad_frame(waiting->session, Reason::NOT_TEXT, now);
     pass(seconds(6));
     hub.check(waiting->session, now);
     EXPECT_EQ(waiting->session.name, "g:b");
-    EXPECT_EQ(metrics.framesDropped, 3U);
+    EXPECT_EQ(metrics.framesDropped, 2U);
+}
+
+// What is not read stays in the connection's buffer: nobody may fill that while he waits.
+TEST_F(HubGuess, a_frame_that_nobody_may_send_ends_a_client_that_waits) {
+    use_up_guesses();
+    for (const Reason reason : {Reason::NOT_TEXT, Reason::FRAME_SIZE}) {
+        auto waiting = connect("192.0.2.77");
+        send(*waiting, login("g:b", "right"));
+        hub.on_bad_frame(waiting->session, reason, now);
+        EXPECT_EQ(waiting->closed, closed(reason));
+        EXPECT_FALSE(waiting->session.waitsFor);
+    }
 }
 
 TEST_F(HubGuess, who_has_waited_long_is_not_taken_for_silent) {

@@ -6,6 +6,7 @@ import time
 import unittest
 
 import websockets
+from raw_line import BINARY, TEXT, Line, frame, request
 from relay_program import LIMIT, RelayTest, login, play, receive, receive_text, refusal
 
 ATTACKERS = 60
@@ -52,6 +53,42 @@ class Guess(RelayTest):
     async def first_guesses(answers):
         while len(answers) < AT_ONCE:
             await asyncio.sleep(0.05)
+
+
+class WaitsForItsTurn(RelayTest):
+    """Frames that nobody may send, from a client that waits because the group has been guessed at."""
+
+    async def use_up_guesses(self):
+        for number in range(AT_ONCE):
+            async with self.relay.connect(local_addr=(f"127.0.1.{1 + number % 4}", 0)) as client:
+                await client.send(login("g:z", f"guess {number}"))
+                self.assertEqual((await refusal(client))[0], 7)
+
+    def waiting_line(self):
+        line = Line(self.relay, address="127.0.0.3")
+        self.addCleanup(line.close)
+        line.send(request())
+        line.read_upgrade()
+        line.send(frame(TEXT, login("g:b", "secret").encode()))
+        return line
+
+    async def test_a_frame_that_claims_to_be_endless_ends_it_and_nobody_else(self):
+        first = await self.relay.member("g:a")
+        await self.use_up_guesses()
+        line = self.waiting_line()
+        self.assertTrue(line.read_until_end(frame(TEXT, b"x" * 40_000, size=1 << 62)))
+        self.assertEqual(line.close_code(), 1009)
+        friend = await self.relay.connect(local_addr=("127.0.0.2", 0))
+        await friend.send(login("g:b", "secret"))
+        self.assertEqual((await receive(friend))["subType"], "welcome")
+        self.assertEqual((await receive(first))["subType"], "join")
+
+    async def test_a_binary_frame_ends_it(self):
+        await self.relay.member("g:a")
+        await self.use_up_guesses()
+        line = self.waiting_line()
+        self.assertTrue(line.read_until_end(frame(BINARY, b"x")))
+        self.assertEqual(line.close_code(), 1003)
 
 
 if __name__ == "__main__":
