@@ -103,6 +103,7 @@ class Entry(unittest.TestCase):
         for server in ("::1", "http://x"):
             with self.subTest(server):
                 lines = self.lines_until("no server", "--server", server, "--login")
+                self.assertEqual([line for line in lines if "takes the default server" in line], [])
                 told = [line for line in lines if "no host or host:port" in line]
                 self.assertEqual(len(told), 1, lines)
                 self.assertIn(f"'{server}' is no server, not connecting", lines[-1])

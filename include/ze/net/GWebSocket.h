@@ -9,6 +9,7 @@
 #include <QJsonObject>
 #include <QList>
 #include <QSslError>
+#include <QTimer>
 #include <QWebSocket>
 #include <QWebSocketProtocol>
 
@@ -46,6 +47,7 @@ public:
 
 private:
     int closeStage = 0;  // 0 open or never closed, 1 close was called, 2 the disconnect was told
+    QTimer timerClose;   // ends a closing handshake that the other end does not answer
     bool flagCheck = false;  // a check of what is unsent is on its way
 
     void connect_signals();

@@ -2,12 +2,10 @@
 
 #include "serve.h"
 
-#include <glm/geometric.hpp>
-
 namespace vork2d::rally {
 
 Rally::Rally() noexcept {
-    ball.velocity = court.field.width / tmTravel;
+    ball.velocity = speed(court.field.width, tmTravel);
 }
 
 void Rally::start(SIDE sideStart, unsigned long long msTravel) noexcept {
@@ -19,7 +17,7 @@ void Rally::start(SIDE sideStart, unsigned long long msTravel) noexcept {
 
 void Rally::set_tm_travel(unsigned long long ms) noexcept {
     tmTravel = tm_travel_from_ms(ms);
-    ball.velocity = court.field.width / tmTravel;
+    ball.velocity = speed(court.field.width, tmTravel);
 }
 
 std::optional<Exit> Rally::advance(float dt, StepWatcher& watcher) {

@@ -25,7 +25,8 @@ public:
     void set_tm_travel(unsigned long long ms) noexcept;
 
     /// As its master: advances the rally by dt seconds. How the ball has left the field, if it has;
-    /// the distance that it has covered then ends at the edge. A dt of 0 or less is told to the
+    /// the distance that it has covered then ends at the edge, and so does the rally: what follows
+    /// is a new start. A dt of 0 or less is told to the
     /// watcher and nothing else.
     std::optional<Exit> advance(float dt, StepWatcher& watcher);
 

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "HitInfo.h"
-#include "SIDE.h"
 
 #include <glm/vec2.hpp>
 
@@ -14,9 +13,9 @@ public:
     /// The ball is at a wall and about to turn.
     virtual void on_wall_hit(const HitInfo& /*hit*/) {}
 
-    /// The ball is at a paddle and about to turn; rel is the place on the paddle, -1 at its lower
-    /// and 1 at its upper end.
-    virtual void on_paddle_hit(SIDE /*paddle*/, float /*rel*/) {}
+    /// The ball is at the paddle that the hit's type names and about to turn; rel is the place on
+    /// the paddle, -1 at its lower and 1 at its upper end.
+    virtual void on_paddle_hit(const HitInfo& /*hit*/, float /*rel*/) {}
 
     /// The ball has its new direction from a paddle, in the sub-step of this number.
     virtual void on_deflected(unsigned /*cGuard*/) {}

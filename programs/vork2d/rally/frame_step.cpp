@@ -58,6 +58,12 @@ inline bool FrameStep::is_clear(glm::vec2 pt) const noexcept {
            pt.x > court.paddleLeft.right() + reach && pt.x < court.paddleRight.left() - reach;
 }
 
+// Whether nothing is upside down, which the search would tell of wherever the ball is.
+inline bool FrameStep::is_sound() const noexcept {
+    return ball.size >= 0 && court.paddleLeft.size.height >= 0 &&
+           court.paddleRight.size.height >= 0;
+}
+
 inline HitInfo FrameStep::find_wall_hit(glm::vec2 ptEnd) const noexcept {
     // From the rounded end point: this is the way that the ball really takes.
     const float dy = ptEnd.y - ptStart.y;
@@ -110,13 +116,12 @@ inline void FrameStep::bounce_wall(const HitInfo& hit, glm::vec2 vRest) {
     vRemain = {vRest.x, -vRest.y};
 }
 
-inline void FrameStep::bounce_paddle(SIDE side, const Paddle& paddle, const HitInfo& hit,
-                                     glm::vec2 vRest) {
+inline void FrameStep::bounce_paddle(const Paddle& paddle, const HitInfo& hit, glm::vec2 vRest) {
     // The collision line reaches a radius beyond the paddle's ends: hits there count as at the end.
     const float rel =
         std::clamp((hit.pt.y - paddle.pos.y) / (paddle.size.height * 0.5f), -1.0f, 1.0f);
-    watcher.on_paddle_hit(side, rel);
-    ++(side == SIDE::LEFT ? hits.hitsPaddleLeft : hits.hitsPaddleRight);
+    watcher.on_paddle_hit(hit, rel);
+    ++(hit.type == HIT_PADDLE_LEFT ? hits.hitsPaddleLeft : hits.hitsPaddleRight);
     const glm::vec2 dirOld = ball.dir;
     ball.dir.x = -dirOld.x;
     if (std::fabs(rel) > rules::DEAD_ZONE) {
@@ -133,10 +138,10 @@ inline void FrameStep::bounce_paddle(SIDE side, const Paddle& paddle, const HitI
 inline void FrameStep::bounce(const HitInfo& hit, glm::vec2 vRest) {
     switch (hit.type) {
         case HIT_PADDLE_LEFT:
-            bounce_paddle(SIDE::LEFT, court.paddleLeft, hit, vRest);
+            bounce_paddle(court.paddleLeft, hit, vRest);
             break;
         case HIT_PADDLE_RIGHT:
-            bounce_paddle(SIDE::RIGHT, court.paddleRight, hit, vRest);
+            bounce_paddle(court.paddleRight, hit, vRest);
             break;
         default:
             bounce_wall(hit, vRest);
@@ -181,7 +186,7 @@ bool FrameStep::fly(float dt) {
     }
     vRemain = ball.dir * length;
     const glm::vec2 ptEnd = ptStart + vRemain;
-    if (is_clear(ptStart) && is_clear(ptEnd)) {
+    if (is_sound() && is_clear(ptStart) && is_clear(ptEnd) && is_flown(vRemain)) {
         ball.pos = ptEnd;
         return true;
     }

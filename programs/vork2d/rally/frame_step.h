@@ -43,13 +43,14 @@ private:
     enum class STEP : bool { END_FRAME, GO_ON };
 
     [[nodiscard]] bool is_clear(glm::vec2 pt) const noexcept;
+    [[nodiscard]] bool is_sound() const noexcept;
     STEP sub_step();
     [[nodiscard]] HitInfo find_wall_hit(glm::vec2 ptEnd) const noexcept;
     [[nodiscard]] HitInfo find_paddle_hit(glm::vec2 ptEnd) const;
     [[nodiscard]] HitInfo find_hit(glm::vec2 ptEnd) const;
     void bounce(const HitInfo& hit, glm::vec2 vRest);
     void bounce_wall(const HitInfo& hit, glm::vec2 vRest);
-    void bounce_paddle(SIDE side, const Paddle& paddle, const HitInfo& hit, glm::vec2 vRest);
+    void bounce_paddle(const Paddle& paddle, const HitInfo& hit, glm::vec2 vRest);
 
     Ball& ball;
     Hits& hits;

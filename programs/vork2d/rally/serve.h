@@ -22,6 +22,12 @@ struct Serve {
 /// of the other one. Its speed stays.
 Serve serve(Ball& ball, const Court& court, SIDE sideStart) noexcept;
 
+/// The speed that takes a ball over a field of that width in that time of travel, in seconds; field
+/// units per second.
+[[nodiscard]] inline float speed(float fieldWidth, float tmTravel) noexcept {
+    return fieldWidth / tmTravel;
+}
+
 /// The time of travel in seconds: what the ball needs for the field's width. 0 counts as 1 ms.
 [[nodiscard]] float tm_travel_from_ms(unsigned long long ms) noexcept;
 

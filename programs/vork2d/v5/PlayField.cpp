@@ -28,9 +28,10 @@ PlayField::PlayField(float w, float h, ze::net::IConnectionState& theConnection)
     : GCanvas(nullptr), timer(this), connection(theConnection) {
     set_coord_system(ze::qt::coord_system::CARTESIAN);
     set_view_size(w, h);
-    paddleLeft.pos = {left() + rules::PADDLE_INSET, 0};
+    const rally::Court places{{w, h}};
+    paddleLeft.pos = places.paddleLeft.pos;
     paddleLeft.name = "LEFT";
-    paddleRight.pos = {right() - rules::PADDLE_INSET, 0};
+    paddleRight.pos = places.paddleRight.pos;
     paddleRight.name = "RIGHT";
     set_velocity();
     timer.setInterval(rules::MS_FRAME);
@@ -90,7 +91,7 @@ unsigned PlayField::tm_travel() const noexcept {
 }
 
 void PlayField::set_velocity() {
-    ball.velocity = field_width() / tmTravel;
+    ball.velocity = rally::speed(field_width(), tmTravel);
 }
 
 void PlayField::on_play(ze::math::ORIENT2D::Type sideStart, unsigned long long msTravel) {

@@ -45,9 +45,10 @@ public:
         field.play_sound(sounds::WALL_HIT);
         show_line(DEBUG, 0, "PlayField::next_frame, HIT $, ball: {$}", hit.type, field.ball);
     }
-    void on_paddle_hit(rally::SIDE side, float rel) override {
+    void on_paddle_hit(const rally::HitInfo& hit, float rel) override {
         field.play_sound(sounds::PADDLE_HIT);
-        const Paddle& paddle = side == rally::SIDE::LEFT ? field.paddleLeft : field.paddleRight;
+        const Paddle& paddle =
+            hit.type == rally::HIT_PADDLE_LEFT ? field.paddleLeft : field.paddleRight;
         show_line(DEBUG, 0, "PlayField::next_frame, HIT $, ball.pos:$, rel:$", paddle.name,
                   field.ball.pos, rel);
     }

@@ -180,8 +180,8 @@ private:
     // connection
     void set_status(const QString& digit, const QColor& background);
     void set_state_bit(unsigned bit, bool on);
-    /// Refuses an empty address with an error line.
-    void open(const QString& address);
+    /// False for an empty address, which is refused with an error line.
+    bool open(const QString& address);
     void pair_with(const QString& name);
     /// Places both players as the field stands: a disconnect resets them, but not the field.
     void take_sides();

@@ -118,8 +118,9 @@ void Window::try_connect() {
     const bool development = diaConn->get_url_type() == TYPE_URL::DEVELOPMENT;
     host = development ? servers::development_name() : servers::default_name();
     ze::pp("Window::try_connect '$'", host);
-    open(development ? urlDevelopment : urlServer);
-    ze::pp("after try open");
+    if (open(development ? urlDevelopment : urlServer)) {
+        ze::pp("after try open");
+    }
 }
 
 void Window::try_connect_via_cmd() {
@@ -128,15 +129,18 @@ void Window::try_connect_via_cmd() {
         return;
     }
     ze::pp("Window::try_connect_via_cmd '$'", host);
-    open(is_local_host() ? urlDevelopment : urlServer);
+    // Whoever misspells the server does not mean another one to get the password.
+    const bool flagDevelopment = is_local_host() && !urlServer.isEmpty();
+    open(flagDevelopment ? urlDevelopment : urlServer);
 }
 
-void Window::open(const QString& address) {
+bool Window::open(const QString& address) {
     if (address.isEmpty()) {
         ze::pp_error("Window::open, '$' is no server, not connecting", host);
-        return;
+        return false;
     }
     webSocket.open(QUrl(address));
+    return true;
 }
 
 void Window::disconnect() {

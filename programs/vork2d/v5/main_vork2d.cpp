@@ -39,7 +39,10 @@ QString host_from_command_line() {
     if (host == servers::development_alias()) {
         host = servers::development_name();
     }
-    if (host != known && host != servers::development_name()) {
+    // A default server that is none has been told of already, and nothing connects to it.
+    const bool flagKnown =
+        host.compare(known, Qt::CaseInsensitive) == 0 || host == servers::development_name();
+    if (!flagKnown && !servers::default_url().isEmpty()) {
         ze::pp_format(ze::log::WARN, 0, "host '$' is unknown, --login takes the default server '$'",
                       host, known);
     }

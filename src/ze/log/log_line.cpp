@@ -60,7 +60,7 @@ std::string fraction_of_second(unsigned long long mc, time::FORM_SECOND form) {
 }  // namespace
 
 void set_log_digits(unsigned width) {
-    digits = std::min(width, LARGEST_NUMBER_WIDTH);
+    digits = width;
 }
 
 unsigned get_log_digits() noexcept {
@@ -72,7 +72,7 @@ std::string trailler(unsigned counter, LOG_LEVEL level, const GBits<unsigned>& b
     text.reserve(USUAL_PREFIX);
     if (bits.is_bit(COLUMN_NUMBER)) {
         text += '[';
-        text += str::format_fill_zero(get_log_digits(), counter);
+        text += str::format_fill_zero(std::min(get_log_digits(), LARGEST_NUMBER_WIDTH), counter);
         text += "] ";
     }
     if (bits.is_bit(COLUMN_LEVEL)) {

@@ -3,7 +3,6 @@
 #include "ze/log/pp.h"
 #include "ze/net/json.h"
 
-#include <QTimer>
 #include <QUrl>
 #include <QtGlobal>
 
@@ -44,6 +43,12 @@ GWebSocket::~GWebSocket() {
 }
 
 void GWebSocket::connect_signals() {
+    timerClose.setSingleShot(true);
+    connect(&timerClose, &QTimer::timeout, this, [this] {
+        if (state() == QAbstractSocket::ClosingState) {
+            abort();
+        }
+    });
     connect(this, &QWebSocket::connected, this, [this] { on_connected(); });
     connect(this, &QWebSocket::disconnected, this, [this] { on_disconnected(); });
     connect(this, &QWebSocket::textMessageReceived, this,
@@ -58,11 +63,7 @@ void GWebSocket::close(QWebSocketProtocol::CloseCode code, const QString& reason
     closeStage = 1;
     QWebSocket::close(code, reason);
     // Qt sends first what is unsent, and waits for ever where the other end does not read.
-    QTimer::singleShot(CLOSE_PATIENCE, this, [this] {
-        if (state() == QAbstractSocket::ClosingState) {
-            abort();
-        }
-    });
+    timerClose.start(CLOSE_PATIENCE);
 }
 
 bool GWebSocket::is_connected() const {
@@ -115,6 +116,7 @@ void GWebSocket::check_unsent() {
 
 void GWebSocket::on_connected() {
     closeStage = 0;
+    timerClose.stop();
     watch_unsent();
     listenerConnected.fire_event(NO_PAYLOAD{});
 }

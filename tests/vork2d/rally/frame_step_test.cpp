@@ -26,8 +26,8 @@ public:
     explicit Record(const Ball& theBall) : ball(theBall) {}
 
     void on_wall_hit(const HitInfo& hit) override { add("wall " + std::to_string(hit.type)); }
-    void on_paddle_hit(SIDE paddle, float rel) override {
-        add(std::string("paddle ") + (paddle == SIDE::LEFT ? "left" : "right") + " rel " +
+    void on_paddle_hit(const HitInfo& hit, float rel) override {
+        add("paddle " + std::to_string(hit.type) + " at " + text(hit.pt) + " rel " +
             text({rel, 0}));
     }
     void on_deflected(unsigned cGuard) override { add("deflected " + std::to_string(cGuard)); }
@@ -112,14 +112,14 @@ TEST_F(FrameStepTest, the_bottom_wall_is_counted_apart) {
 TEST_F(FrameStepTest, a_paddle_is_told_with_the_place_of_the_hit_and_the_new_direction) {
     EXPECT_TRUE(fly_from({360, 0}, {1, 0}, 100, 0.25f));
     EXPECT_EQ(record.calls,
-              (Calls{"paddle right rel 0,0, pos 370,0 dir 1,0", "deflected 1, pos 370,0 dir -1,0",
-                     "turned -15,0, pos 370,0 dir -1,0"}));
+              (Calls{"paddle 4 at 370,0 rel 0,0, pos 370,0 dir 1,0",
+                     "deflected 1, pos 370,0 dir -1,0", "turned -15,0, pos 370,0 dir -1,0"}));
     EXPECT_EQ(hits.hitsPaddleRight, 1U);
 }
 
 TEST_F(FrameStepTest, a_hit_past_the_paddles_end_counts_as_at_the_end) {
     EXPECT_TRUE(fly_from({-360, 44}, {-1, 0}, 100, 0.25f));
-    EXPECT_EQ(record.calls.front(), "paddle left rel 1,0, pos -370,44 dir -1,0");
+    EXPECT_EQ(record.calls.front(), "paddle 3 at -370,44 rel 1,0, pos -370,44 dir -1,0");
     EXPECT_FLOAT_EQ(ball.dir.y / ball.dir.x, 0.85f);
     EXPECT_EQ(hits.hitsPaddleLeft, 1U);
 }
@@ -152,6 +152,18 @@ TEST_F(FrameStepTest, a_way_too_short_to_count_flies_nothing_and_is_not_told) {
     EXPECT_FALSE(fly_from({1, 2}, {1, 0}, 1e-7f, 1));
     EXPECT_EQ(record.calls, Calls());
     EXPECT_EQ(ball.travelDistance, 0.0f);
+}
+
+TEST_F(FrameStepTest, a_way_that_its_direction_makes_too_short_is_counted_but_not_flown) {
+    EXPECT_TRUE(fly_from({0, 0}, {1e-9f, 0}, 100, 0.25f));
+    EXPECT_EQ(ball.pos, glm::vec2(0, 0));
+    EXPECT_EQ(ball.travelDistance, 25.0f);
+}
+
+TEST_F(FrameStepTest, a_paddle_upside_down_is_told_wherever_the_ball_is) {
+    court.paddleRight.size.height = -20;
+    EXPECT_TRUE(fly_from({0, 0}, {1, 0}, 100, 0.25f));
+    EXPECT_EQ(record.calls, Calls{"upside down 5,-5, pos 0,0 dir 1,0"});
 }
 
 TEST_F(FrameStepTest, a_paddle_upside_down_is_told_and_not_met) {

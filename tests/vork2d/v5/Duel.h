@@ -24,7 +24,8 @@ public:
     };
 
     ConnectionStub connection;
-    vork2d::v5::PlayField field{800, 400, connection};
+    vork2d::v5::PlayField field{vork2d::v5::rules::FIELD_WIDTH, vork2d::v5::rules::FIELD_HEIGHT,
+                                connection};
     unsigned points = 0;
     unsigned pointsOpponent = 0;
     std::deque<Packet> line;         ///< on its way to the other seat

@@ -41,7 +41,8 @@ class FieldTest : public testing::Test {
 protected:
     LogCapture log;
     ConnectionStub connection;
-    vork2d::v5::PlayField field{800, 400, connection};
+    vork2d::v5::PlayField field{vork2d::v5::rules::FIELD_WIDTH, vork2d::v5::rules::FIELD_HEIGHT,
+                                connection};
 
     FieldTest() {
         log.ignore("Listener::~Listener@");

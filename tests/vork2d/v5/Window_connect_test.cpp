@@ -94,11 +94,15 @@ TEST_F(WindowConnectTest, without_a_usable_server_no_way_of_connecting_opens_the
     window.host = QStringLiteral("::1");
     log.expect_error("Window::open, '::1' is no server, not connecting");
     window.try_connect_via_cmd();
+    window.host = QStringLiteral("localhost");
+    log.expect_error("Window::open, 'localhost' is no server, not connecting");
+    window.try_connect_via_cmd();
     EXPECT_EQ(window.webSocket.state(), QAbstractSocket::UnconnectedState);
     window.host = QStringLiteral("play.vork2d.example");
     window.on_dialog_connect();
     log.expect_error("Window::open, 'play.vork2d.example' is no server, not connecting");
     window.try_connect();
+    EXPECT_FALSE(has_line("after try open"));
     EXPECT_EQ(window.webSocket.state(), QAbstractSocket::UnconnectedState);
 }
 

@@ -28,6 +28,11 @@ TEST_F(WindowTest, starts_offline_with_the_field_in_front) {
     EXPECT_EQ(window.labelInvitation->text(), QStringLiteral("You are online 'Odo'\n"));
 }
 
+TEST_F(WindowTest, its_field_has_the_size_that_the_rules_name) {
+    EXPECT_EQ(window.playField->get_view_size(),
+              ze::math::Size(vork2d::v5::rules::FIELD_WIDTH, vork2d::v5::rules::FIELD_HEIGHT));
+}
+
 TEST_F(WindowTest, the_field_stays_the_largest_beside_chat_and_log) {
     for (const QSize size : {QSize(420, 500), QSize(800, 600), QSize(1400, 900)}) {
         window.resize(size);

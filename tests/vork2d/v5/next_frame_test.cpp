@@ -53,6 +53,14 @@ TEST_F(NextFrame, a_ball_without_speed_stands_still) {
     EXPECT_EQ(field.ball.pos, glm::vec2(10, 20));
 }
 
+TEST_F(NextFrame, a_paddle_upside_down_is_reported_wherever_the_ball_is) {
+    field.paddleRight.size.height = -20;
+    fly({0, 0}, {1, 0}, 100);
+    log.expect_error("HitInfo::hit_vertical invalid params: yMin:5.00 > yMax:-5.00");
+    field.next_frame(0.25f);
+    EXPECT_EQ(field.ball.pos, glm::vec2(25, 0));
+}
+
 // Free flight
 
 TEST_F(NextFrame, a_ball_in_the_open_flies_straight_on) {

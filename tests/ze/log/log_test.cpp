@@ -314,7 +314,7 @@ TEST_F(LogState, the_number_shows_as_many_places_as_the_digits_say) {
     EXPECT_EQ(get_log_digits(), 100U);
     EXPECT_EQ(columns(64, 7), '[' + std::string(99, '0') + "7]  ");
     set_log_digits(4'000'000'000);
-    EXPECT_EQ(get_log_digits(), 4000U);
+    EXPECT_EQ(get_log_digits(), 4'000'000'000U);
     EXPECT_EQ(columns(64, 7), '[' + std::string(3999, '0') + "7]  ");
 }
 
