@@ -49,8 +49,8 @@ public:
     }
 
     /// Of the network that holds the most the address that holds the most, and of that the oldest:
-    /// a flood pushes out its own, and who came alone is safe while any network holds more. Where
-    /// each holds but one, the oldest has had the longest time to be done.
+    /// a flood pushes out its own, and who came alone is safe while any network holds more. If
+    /// each holds one, the oldest goes: it has had the most time.
     [[nodiscard]] std::optional<Who> first_to_go() const noexcept {
         return choose([](const Entry&) { return true; });
     }

@@ -191,8 +191,8 @@ bool Server::let_go(std::optional<Connection*> handshake) {
     return true;
 }
 
-// The hard ends: who is over a limit is told so, and may take two seconds over it; these bound how
-// many of those there are.
+// Who is over a limit is told so and may take two seconds to go; these hard limits bound how many
+// are being told.
 std::optional<Reason> Server::drop_reason(const std::string& address) const noexcept {
     const Limits& limits = options_.limits;
     if (addresses_.is_at_end(address) || !addresses_.may_connect(address, Clock::now())) {

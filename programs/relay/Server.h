@@ -80,7 +80,7 @@ private:
     std::unique_ptr<StatusServer> status_;
     std::unordered_map<Connection*, std::shared_ptr<Connection>> connections_;
     Handshakes<Connection*> handshakes_;  ///< of the connections
-    std::size_t staying_ = 0;  ///< of the connections, those that are neither there nor leaving
+    std::size_t staying_ = 0;  ///< connections through their handshake and not on their way out
     std::map<Reason, Throttle> drops_;
     Throttle acceptFailures_;
     bool flagShuttingDown_ = false;

@@ -27,7 +27,7 @@ public:
 
     /// That the certificate in use has ended or is not good yet, or an empty text.
     [[nodiscard]] std::string date_fault(const CertificateFiles& files) const;
-    /// Of the certificate in use; there has to be one, here and above and below.
+    /// Of the certificate in use. This, date_fault() and ends_soon() need a load() that succeeded.
     [[nodiscard]] Validity validity() const;
     /// Whether it is time for the next one, if the relay makes it.
     [[nodiscard]] bool ends_soon() const;

@@ -14,7 +14,8 @@ namespace {
 constexpr std::size_t RECORD = SSL3_RT_MAX_PLAIN_LENGTH;
 // A drained buffer above this goes back to the heap: most connections are idle most of the time.
 constexpr std::size_t KEPT_OUTPUT = 512;
-// Off the wire in one call of OpenSSL, which would go on for as long as records without data come.
+// About what one call of OpenSSL takes off the wire, which would go on for as long as records
+// without data come.
 constexpr std::uint64_t INPUT_AT_ONCE = RECORD;
 // A KeyUpdate makes one event, three if it asks for an answer; a renegotiation that is refused one.
 // A good client sends a KeyUpdate once in 2^24 records.
