@@ -272,7 +272,7 @@ QList<RefusalRow> refusal_rows() {
         {"no login", {}, {}, play.arg(QStringLiteral("h:a")), 5},
         {"silence in place of a login", {}, {}, {}, 6},
         {"wrong password", QStringLiteral("g:c"), QStringLiteral("wrong"), {}, 7},
-        {"name taken", QStringLiteral("g:b"), QStringLiteral("wrong"), {}, 8},
+        {"name taken", QStringLiteral("g:b"), QStringLiteral("wrong"), {}, 7},
         {"third member", QStringLiteral("g:c"), pw, {}, 9},
         {"another sender", QStringLiteral("h:a"), pw, play.arg(QStringLiteral("g:b")), 12},
         {"no object", QStringLiteral("h:a"), pw, QStringLiteral("[]"), 13},
